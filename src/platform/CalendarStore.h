@@ -1,0 +1,62 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "foundation/Date.h"
+#include "foundation/Result.h"
+
+namespace tallyvane {
+
+/// Where calendars come from: 0 is the local computer; other types are servers.
+struct CalendarSource {
+  std::string identifier;
+  int type = 0;
+};
+
+struct EventCalendar {
+  std::string identifier;  ///< empty for a calendar that is not saved yet
+  std::string title;
+  std::optional<std::string> source;  ///< identifier of its source; none when the store has no fitting one
+};
+
+struct Alarm {
+  Date at;  ///< an absolute moment
+  std::string soundName;
+};
+
+struct CalendarEvent {
+  std::string identifier;  ///< empty for an event that is not saved yet
+  std::string calendar;    ///< identifier of its calendar
+  std::string title;
+  Date start;
+  Date end;
+  bool allDay = false;
+  std::vector<Alarm> alarms;
+};
+
+/// The user's calendars of events. Every change is committed before the call returns and touches this one event only,
+/// not the others of its series. Errors of reading the list of calendars are thrown as CalendarStoreError; all others are
+/// results.
+class CalendarStore {
+ public:
+  virtual ~CalendarStore() = default;
+  [[nodiscard]] virtual std::vector<EventCalendar> calendars() = 0;
+  [[nodiscard]] virtual std::vector<CalendarSource> sources() = 0;
+  /// Saves a new calendar and gives it back with its identifier.
+  virtual Result<EventCalendar> save(const EventCalendar& calendar) = 0;
+  /// A new event as the store makes it, possibly with alarms that its calendar adds by default.
+  [[nodiscard]] virtual CalendarEvent newEvent() = 0;
+  virtual Result<> save(const CalendarEvent& event) = 0;
+  virtual Result<> remove(const CalendarEvent& event) = 0;
+  /// The events of one calendar that overlap the time from `from` to `to`, by start.
+  [[nodiscard]] virtual std::vector<CalendarEvent> events(const std::string& calendar, Date from, Date to) = 0;
+};
+
+/// The list of calendars cannot be read.
+struct CalendarStoreError {
+  std::string text;
+};
+
+}  // namespace tallyvane

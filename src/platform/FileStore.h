@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "foundation/Result.h"
+
+namespace tallyvane {
+
+/// How safe a save is when it returns.
+enum class Durability {
+  synced,  ///< on the disk: survives a power failure
+  cached,  ///< whole or absent for every reader, but a power failure may lose it
+};
+
+/// The files. Paths are absolute UTF-8 paths; an empty or relative path is refused with an error, so that nothing can
+/// land in some other folder. Every failure is an error text that names the path and the system's reason.
+class FileStore {
+ public:
+  virtual ~FileStore() = default;
+
+  /// The whole content of a regular file.
+  [[nodiscard]] virtual Result<std::string> read(const std::string& path) = 0;
+  /// Replaces the file's content as one step: a reader sees the old content or the new, never a part, and after a failure
+  /// the old stands as it was with nothing left beside it. The folder must exist. A symbolic link is followed: the
+  /// file that it names is replaced. Permissions of a file that is there are kept.
+  virtual Result<> save(const std::string& path, std::string_view bytes, Durability durability = Durability::synced) = 0;
+
+  [[nodiscard]] virtual bool exists(const std::string& path) = 0;
+  [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;
+  /// With all folders that lead to it; a folder that is there already is fine.
+  virtual Result<> createFolder(const std::string& path) = 0;
+  /// The names in a folder, sorted bytewise, without "." and ".." and without the store's own temporaries.
+  [[nodiscard]] virtual Result<std::vector<std::string>> list(const std::string& folder) = 0;
+  /// A file, or a folder with all that is in it, to a path at which nothing is. A failed copy leaves nothing behind.
+  virtual Result<> copy(const std::string& from, const std::string& to) = 0;
+  /// Likewise; across file systems it copies, then removes.
+  virtual Result<> move(const std::string& from, const std::string& to) = 0;
+  /// A file, or a folder with all that is in it. Nothing there is an error.
+  virtual Result<> remove(const std::string& path) = 0;
+
+  /// Absolute path of the user's folder for application data, without a slash at its end.
+  [[nodiscard]] virtual std::string applicationSupportFolder() = 0;
+};
+
+}  // namespace tallyvane

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "foundation/Date.h"
+#include "foundation/Result.h"
+#include "foundation/Value.h"
+
+namespace tallyvane {
+
+struct UserNotification {
+  std::string identifier;  ///< the centre's own; empty before it is scheduled
+  std::string title;
+  std::string informativeText;
+  std::string actionButtonTitle;
+  bool hasActionButton = false;
+  Dictionary userInfo;
+  std::string soundName;  ///< "default" for the platform's notification sound
+  Date deliveryDate;
+};
+
+/// Desktop notifications that appear at a set time, and those that have appeared. Both lists are shared by all
+/// programs of the user and outlive them; an identifier that is in neither list is no error to remove.
+class UserNotificationCenter {
+ public:
+  virtual ~UserNotificationCenter() = default;
+  virtual Result<> schedule(const UserNotification& notification) = 0;
+  [[nodiscard]] virtual std::vector<UserNotification> delivered() = 0;
+  [[nodiscard]] virtual std::vector<UserNotification> scheduled() = 0;
+  virtual Result<> removeDelivered(const UserNotification& notification) = 0;
+  virtual Result<> removeScheduled(const UserNotification& notification) = 0;
+};
+
+}  // namespace tallyvane
