@@ -21,7 +21,8 @@ struct DateFields {
 };
 
 /// Steps of one addition, applied from the largest unit to the smallest. A day that the target month does not have
-/// becomes that month's last day; the wall time is kept. Steps so large that they leave the calendar's range stop at its end.
+/// becomes that month's last day; the wall time is kept. Steps so large that they leave the calendar's range stop at
+/// its end.
 struct DateSteps {
   std::int64_t months = 0;
   std::int64_t weeks = 0;
@@ -30,7 +31,8 @@ struct DateSteps {
 
 /// The calendar of a region: its zone, and the calendar system of its locale (Gregorian for most). Days are kept by
 /// std::chrono with the zone's offset looked up once per span between two clock changes; only the fields and steps go
-/// through the calendar system. An unknown zone is UTC. Not for use by several threads at once: `of` gives each its own.
+/// through the calendar system. An unknown zone is UTC. Not for use by several threads at once: `of` gives each its
+/// own.
 class Calendar {
  public:
   /// The calling thread's calendar for the region's locale and zone; made at first use, kept, never moved.
@@ -42,8 +44,8 @@ class Calendar {
 
   /// The civil day that an instant falls on.
   [[nodiscard]] CivilDay civilDay(Date date) const;
-  /// Midnight at the start of a day. A midnight that a clock change skips is the first instant of its day; of a midnight
-  /// that comes twice it is the first.
+  /// Midnight at the start of a day. A midnight that a clock change skips is the first instant of its day; of a
+  /// midnight that comes twice it is the first.
   [[nodiscard]] Date startOfDay(CivilDay day) const;
   [[nodiscard]] Date startOfDay(Date date) const { return startOfDay(civilDay(date)); }
   /// That hour and minute of that day on the wall; a skipped wall time is read with the offset before the clock change,

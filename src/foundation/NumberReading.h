@@ -29,10 +29,18 @@ namespace tallyvane {
 [[nodiscard]] bool boolValue(const Value* value);
 
 /// The same for the value under a key.
-[[nodiscard]] inline std::int32_t int32Value(const Dictionary& from, std::string_view key) { return int32Value(from.find(key)); }
-[[nodiscard]] inline std::int64_t integerValue(const Dictionary& from, std::string_view key) { return integerValue(from.find(key)); }
-[[nodiscard]] inline float floatValue(const Dictionary& from, std::string_view key) { return floatValue(from.find(key)); }
-[[nodiscard]] inline double doubleValue(const Dictionary& from, std::string_view key) { return doubleValue(from.find(key)); }
+[[nodiscard]] inline std::int32_t int32Value(const Dictionary& from, std::string_view key) {
+  return int32Value(from.find(key));
+}
+[[nodiscard]] inline std::int64_t integerValue(const Dictionary& from, std::string_view key) {
+  return integerValue(from.find(key));
+}
+[[nodiscard]] inline float floatValue(const Dictionary& from, std::string_view key) {
+  return floatValue(from.find(key));
+}
+[[nodiscard]] inline double doubleValue(const Dictionary& from, std::string_view key) {
+  return doubleValue(from.find(key));
+}
 [[nodiscard]] inline bool boolValue(const Dictionary& from, std::string_view key) { return boolValue(from.find(key)); }
 
 /// Whether the value has a number to read at all: boolean, integer, real or string.

@@ -8,8 +8,8 @@
 
 namespace tallyvane {
 
-/// Decided once in a program's main and handed down; nothing reads the machine's own locale or zone after that. Cheap to
-/// copy and free of any library: what is computed from it (Calendar, date and number texts, comparison) is kept per
+/// Decided once in a program's main and handed down; nothing reads the machine's own locale or zone after that. Cheap
+/// to copy and free of any library: what is computed from it (Calendar, date and number texts, comparison) is kept per
 /// thread and made once per locale and zone.
 struct Region {
   std::string locale = "en_US";  ///< an ICU locale identifier, with its keywords

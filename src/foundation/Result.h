@@ -19,8 +19,7 @@ class [[nodiscard]] Result {
  public:
   Result(T value) : content_(std::move(value)) {}
   Result(Error error) : content_(std::move(error)) {}
-  Result()
-    requires std::same_as<T, std::monostate>
+  Result() requires std::same_as<T, std::monostate>
   = default;
 
   [[nodiscard]] explicit operator bool() const { return std::holds_alternative<T>(content_); }

@@ -75,8 +75,8 @@ class Value {
   template <std::same_as<bool> B>
   Value(B boolean) : storage_(boolean) {}
   template <std::integral I>
-    requires(!std::same_as<I, bool> && !std::same_as<I, char>)
-  Value(I integer) : storage_(static_cast<std::int64_t>(integer)) {}
+  requires(!std::same_as<I, bool> && !std::same_as<I, char>) Value(I integer)
+      : storage_(static_cast<std::int64_t>(integer)) {}
   /// A float is widened: the file then holds exactly that double.
   template <std::floating_point F>
   Value(F real) : storage_(static_cast<double>(real)) {}
@@ -89,11 +89,17 @@ class Value {
   Value(Dictionary dictionary) : storage_(std::move(dictionary)) {}
 
   template <typename T>
-  [[nodiscard]] const T* get() const { return std::get_if<T>(&storage_); }
+  [[nodiscard]] const T* get() const {
+    return std::get_if<T>(&storage_);
+  }
   template <typename T>
-  [[nodiscard]] T* get() { return std::get_if<T>(&storage_); }
+  [[nodiscard]] T* get() {
+    return std::get_if<T>(&storage_);
+  }
   template <typename T>
-  [[nodiscard]] bool is() const { return std::holds_alternative<T>(storage_); }
+  [[nodiscard]] bool is() const {
+    return std::holds_alternative<T>(storage_);
+  }
   [[nodiscard]] const Storage& storage() const { return storage_; }
 
   /// Same type and same content; 1, 1.0 and true are three different values.

@@ -9,8 +9,8 @@ namespace tallyvane {
 
 class QMHelperMenulet;
 
-/// The login helper's delegate: sees that the main application runs, then ends. Takes just the two ports that it uses, so
-/// that the helper loads nothing else at login.
+/// The login helper's delegate: sees that the main application runs, then ends. Takes just the two ports that it uses,
+/// so that the helper loads nothing else at login.
 class QMAppDelegate {
  public:
   QMAppDelegate(Workspace& workspace, Application& application) : workspace_(workspace), application_(application) {}

@@ -37,8 +37,8 @@ struct CalendarEvent {
 };
 
 /// The user's calendars of events. Every change is committed before the call returns and touches this one event only,
-/// not the others of its series. Errors of reading the list of calendars are thrown as CalendarStoreError; all others are
-/// results.
+/// not the others of its series. Errors of reading the list of calendars are thrown as CalendarStoreError; all others
+/// are results.
 class CalendarStore {
  public:
   virtual ~CalendarStore() = default;

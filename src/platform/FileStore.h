@@ -23,10 +23,11 @@ class FileStore {
 
   /// The whole content of a regular file.
   [[nodiscard]] virtual Result<std::string> read(const std::string& path) = 0;
-  /// Replaces the file's content as one step: a reader sees the old content or the new, never a part, and after a failure
-  /// the old stands as it was with nothing left beside it. The folder must exist. A symbolic link is followed: the
-  /// file that it names is replaced. Permissions of a file that is there are kept.
-  virtual Result<> save(const std::string& path, std::string_view bytes, Durability durability = Durability::synced) = 0;
+  /// Replaces the file's content as one step: a reader sees the old content or the new, never a part, and after a
+  /// failure the old stands as it was with nothing left beside it. The folder must exist. A symbolic link is followed:
+  /// the file that it names is replaced. Permissions of a file that is there are kept.
+  virtual Result<> save(const std::string& path, std::string_view bytes,
+                        Durability durability = Durability::synced) = 0;
 
   [[nodiscard]] virtual bool exists(const std::string& path) = 0;
   [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
-#include <string>
 
 #include "foundation/Result.h"
 #include "foundation/Value.h"

@@ -16,15 +16,15 @@ class QMReminderManager {
  public:
   explicit QMReminderManager(const Platform& platform) : platform_(platform) {}
 
-  /// Title of the calendar that receives the events, worked out at first use and kept; nothing while the user has no list
-  /// of calendars.
+  /// Title of the calendar that receives the events, worked out at first use and kept; nothing while the user has no
+  /// list of calendars.
   [[nodiscard]] std::optional<std::string> tallyvaneCalendar();
   void setTallyvaneCalendar(std::string title) { tallyvaneCalendar_ = std::move(title); }
   [[nodiscard]] std::string reminderCalendar() const { return reminderCalendar_; }
   void setReminderCalendar(std::string title) { reminderCalendar_ = std::move(title); }
 
-  /// Rebuilds the calendar event of each bill that wants reminders. Notifications are scheduled anew without removing the
-  /// earlier ones: running it twice schedules a second; deliberate.
+  /// Rebuilds the calendar event of each bill that wants reminders. Notifications are scheduled anew without removing
+  /// the earlier ones: running it twice schedules a second; deliberate.
   void checkForNotificationsToAddWithBillList(const std::vector<Dictionary>& bills);
   /// Does nothing for a bill without a due date.
   void createTallyvaneReminderForBill(const Dictionary& bill);
@@ -34,7 +34,8 @@ class QMReminderManager {
   void removeExistingCalendarEventsFromCalendarWithBillName(const EventCalendar& calendar, const std::string& title);
   /// Does nothing: task reminders have only their switch; deliberate.
   void removeExistingTasksFromCalendarWithBillName(const EventCalendar& calendar, const std::string& title);
-  [[nodiscard]] EventCalendar createCalendarInCalendars(const std::string& name, const std::vector<EventCalendar>& calendars);
+  [[nodiscard]] EventCalendar createCalendarInCalendars(const std::string& name,
+                                                        const std::vector<EventCalendar>& calendars);
   [[nodiscard]] std::optional<EventCalendar> findCalendarWithName(const std::optional<std::string>& name);
   /// "QMReminderTime" on the day that lies "ReminderDays" before the due day; 09:00 while that was never set. No value
   /// without a due date.

@@ -18,14 +18,14 @@
 
 namespace tallyvane {
 
-/// Failures of writing are not reported by these operations; a caller that must know watches the FileStore it handed in.
-/// Index operations are read-modify-write: two writers must not overlap (programs hold their lock).
+/// Failures of writing are not reported by these operations; a caller that must know watches the FileStore it handed
+/// in. Index operations are read-modify-write: two writers must not overlap (programs hold their lock).
 class QMBill {
  public:
   explicit QMBill(const Platform& platform) : platform_(platform) {}
 
-  // 1 The record, in the order of its keys in the file. Set every property before writeBill: the file ends at the first one
-  // without a value; deliberate.
+  // 1 The record, in the order of its keys in the file. Set every property before writeBill: the file ends at the first
+  // one without a value; deliberate.
 
   std::optional<std::string> name;
   std::optional<std::string> icon;
@@ -47,15 +47,16 @@ class QMBill {
   std::optional<std::vector<std::string>> tags;
   std::optional<Value> rev;
 
-  /// Writes file, index, reminders, tags and mirror from the properties; adds the bill to "ActiveBills" and takes it out
-  /// of "ArchivedBills". With `skipActiveMirror` the list of active bills is not mirrored.
+  /// Writes file, index, reminders, tags and mirror from the properties; adds the bill to "ActiveBills" and takes it
+  /// out of "ArchivedBills". With `skipActiveMirror` the list of active bills is not mirrored.
   void writeBill(bool skipActiveMirror);
-  /// Replaces a bill's file by the dictionary less the five display keys, rebuilds its reminders and mirrors it. The index
-  /// is not touched.
+  /// Replaces a bill's file by the dictionary less the five display keys, rebuilds its reminders and mirrors it. The
+  /// index is not touched.
   void rewriteSpecificBill(const Dictionary& bill);
   void rewriteSpecificBillWithoutUpdatingiCloud(const Dictionary& bill);
   void saveSpecificKeyWithValueForBill(const std::string& key, const Value& value, const std::string& billIdentifier);
-  /// Updates keys of a stored bill. Writes the display keys back with it, deliberately. `values` has a value for each key.
+  /// Updates keys of a stored bill. Writes the display keys back with it, deliberately. `values` has a value for each
+  /// key.
   void saveSpecificKeysWithValuesForBill(const std::vector<std::string>& keys, const std::vector<Value>& values,
                                          const std::string& billIdentifier);
   /// File name of an older icon number; nothing for a number outside 0 to 11.

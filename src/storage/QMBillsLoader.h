@@ -45,13 +45,14 @@ class QMBillsLoader {
 
   // 2 Bills and index.
 
-  /// The bill's file with the five display keys as of now, its stored due date untouched; nothing when there is no such file.
+  /// The bill's file with the five display keys as of now, its stored due date untouched; nothing when there is no such
+  /// file.
   [[nodiscard]] std::optional<Dictionary> loadBillWithID(const std::string& bid);
   /// Identifiers under a key of the index ("ActiveBills" …); nothing when the file or the key is missing.
   [[nodiscard]] std::optional<std::vector<std::string>> getListOfBills(std::string_view key);
 
-  // 3 Tags. Compared as exact strings when merged. The "save" and "overwrite" operations mirror the list to the cloud store
-  // when the user syncs.
+  // 3 Tags. Compared as exact strings when merged. The "save" and "overwrite" operations mirror the list to the cloud
+  // store when the user syncs.
 
   /// The stored tags in the locale's order, case ignored; nothing when the file cannot be read.
   [[nodiscard]] std::optional<std::vector<std::string>> getListOfTags();
@@ -61,13 +62,15 @@ class QMBillsLoader {
   /// For a list that came from the cloud store: not sent back.
   void updateListOfTagsFromiCloudWithTags(const std::vector<std::string>& tags);
 
-  // 4 Repeat rules. A repeat array is [count, unit kind]: 0 weeks, 1 twice per month, 2 months, 3 days, 4 never. A repeat
-  // selection is what a menu of ten choices shows: [selector], or [6, custom unit]. A null array is an absent one.
+  // 4 Repeat rules. A repeat array is [count, unit kind]: 0 weeks, 1 twice per month, 2 months, 3 days, 4 never. A
+  // repeat selection is what a menu of ten choices shows: [selector], or [6, custom unit]. A null array is an absent
+  // one.
 
   [[nodiscard]] std::optional<std::vector<std::int64_t>> getRepeatFromArray(const Array* repeat) const;
   /// For the desktop's menu, which has no choices 8 and 9.
   [[nodiscard]] std::optional<std::vector<std::int64_t>> getRepeatFromArrayMac(const Array* repeat) const;
-  /// Title of a selection's first item, not localized. Throws std::out_of_range for an empty selection; null reads as 0.
+  /// Title of a selection's first item, not localized. Throws std::out_of_range for an empty selection; null reads as
+  /// 0.
   [[nodiscard]] std::string repeatStringFromRepeatArray(const std::vector<std::int64_t>* selection) const;
   /// The rule as a sentence; nothing for a unit kind outside 0 to 4.
   [[nodiscard]] std::optional<std::string> createHumanRepeatWithArray(const Array* repeat) const;
@@ -75,7 +78,8 @@ class QMBillsLoader {
   // 5 Due dates in words.
 
   [[nodiscard]] Date normalizedDate(Date date) const;
-  /// Seconds between the two day starts over 86400, cut toward zero: a day that a clock change makes short does not count.
+  /// Seconds between the two day starts over 86400, cut toward zero: a day that a clock change makes short does not
+  /// count.
   [[nodiscard]] std::int64_t getDaysApartWithDateAndCurrentDate(Date due, Date current) const;
   [[nodiscard]] std::string createHumanDueDateWithDueDateAndCurrentDate(Date due, Date current) const;
   /// Whole seconds from the start of today to the start of the due day.
@@ -93,10 +97,11 @@ class QMBillsLoader {
 
   // 6 Icons. Null numbers count as 0.
 
-  [[nodiscard]] std::string createDueIconWithSortNumberAndPaymentType(const Value* sortNumber, const Value* payType) const;
+  [[nodiscard]] std::string createDueIconWithSortNumberAndPaymentType(const Value* sortNumber,
+                                                                      const Value* payType) const;
   /// The widget's horizon is the group suite's, 7 where that has none.
   [[nodiscard]] std::string createDueIconForExtensionWithSortNumberAndPaymentType(const Value* sortNumber,
-                                                                                 const Value* payType) const;
+                                                                                  const Value* payType) const;
   /// The older set: any negative number is red, 15 days and more are green.
   [[nodiscard]] std::string calculateIconWithDueDateNumber(const Value* sortNumber) const;
   /// Index in the catalogue of an older data's icon name; 0 for any other.
@@ -111,7 +116,8 @@ class QMBillsLoader {
   // 7 Lists and sections.
 
   /// Display rows of a list of the index, in its order: the bill's dictionary, its due date moved off a weekend where
-  /// the user asks for that, and the computed keys. "" lists every tag. Replaces the widget snapshot, whatever the group.
+  /// the user asks for that, and the computed keys. "" lists every tag. Replaces the widget snapshot, whatever the
+  /// group.
   [[nodiscard]] std::vector<Dictionary> loadBillsInGroupWithTag(std::string_view group, std::string_view tag);
   /// Counts of overdue, due-soon and due-later rows. A row without a due date stands in none.
   [[nodiscard]] std::vector<std::int32_t> rowsPerSectionForData(const std::vector<Dictionary>& rows) const;

@@ -1,0 +1,147 @@
+// Files in memory, and a decorator that makes chosen calls fail.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "foundation/PropertyList.h"
+#include "platform/FileStore.h"
+
+namespace tallyvane::testing {
+
+class InMemoryFileStore : public FileStore {
+ public:
+  [[nodiscard]] Result<std::string> read(const std::string& path) override {
+    ++reads;
+    const auto found = content.find(path);
+    if (found == content.end()) return Error{path + ": No such file or directory"};
+    return found->second;
+  }
+  Result<> save(const std::string& path, std::string_view bytes, Durability /*durability*/) override {
+    if (!path.starts_with('/')) return Error{"'" + path + "': not an absolute path"};
+    if (!isFolder(parent(path))) return Error{path + ": No such file or directory"};
+    if (isFolder(path)) return Error{path + ": Is a directory"};
+    content.insert_or_assign(path, std::string(bytes));
+    saved.push_back(path);
+    return {};
+  }
+  [[nodiscard]] bool exists(const std::string& path) override { return content.contains(path) || isFolder(path); }
+  [[nodiscard]] bool isFolder(const std::string& path) override { return folders.contains(path); }
+  Result<> createFolder(const std::string& path) override {
+    if (!path.starts_with('/')) return Error{"'" + path + "': not an absolute path"};
+    for (std::string folder = path; folder.size() > 1; folder = parent(folder)) {
+      if (content.contains(folder)) return Error{folder + ": Not a directory"};
+    }
+    for (std::string folder = path; folder.size() > 1; folder = parent(folder)) folders.insert(folder);
+    return {};
+  }
+  [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override {
+    if (!isFolder(folder)) return Error{folder + ": No such file or directory"};
+    std::set<std::string> names;
+    const auto note = [&](const std::string& path) {
+      if (path != "/" && parent(path) == folder) names.insert(path.substr(path.rfind('/') + 1));
+    };
+    for (const auto& [path, bytes] : content) note(path);
+    for (const std::string& path : folders) note(path);
+    return std::vector<std::string>(names.begin(), names.end());
+  }
+  Result<> copy(const std::string& from, const std::string& to) override {
+    if (!exists(from)) return Error{from + ": No such file or directory"};
+    if (!to.starts_with('/') || exists(to)) return Error{to + ": File exists"};
+    if (!isFolder(parent(to))) return Error{to + ": No such file or directory"};
+    if (to.starts_with(from + "/")) return Error{to + ": lies inside " + from};
+    std::map<std::string, std::string> files;
+    std::set<std::string> made;
+    for (const auto& [path, bytes] : content) {
+      if (isAtOrBelow(path, from)) files[to + path.substr(from.size())] = bytes;
+    }
+    for (const std::string& path : folders) {
+      if (isAtOrBelow(path, from)) made.insert(to + path.substr(from.size()));
+    }
+    content.merge(files);
+    folders.merge(made);
+    return {};
+  }
+  Result<> move(const std::string& from, const std::string& to) override {
+    Result<> copied = copy(from, to);
+    return copied ? remove(from) : copied;
+  }
+  Result<> remove(const std::string& path) override {
+    if (!exists(path)) return Error{path + ": No such file or directory"};
+    std::erase_if(content, [&](const auto& entry) { return isAtOrBelow(entry.first, path); });
+    std::erase_if(folders, [&](const auto& folder) { return isAtOrBelow(folder, path); });
+    return {};
+  }
+  [[nodiscard]] std::string applicationSupportFolder() override { return "/home/ada/.local/share"; }
+
+  /// The file's root as values, for looking at what was written; an empty string when it is no property list.
+  [[nodiscard]] Value plist(const std::string& path) {
+    const auto found = content.find(path);
+    if (found == content.end()) return Value("");
+    auto root = readPropertyList(found->second);
+    return root ? *root : Value("");
+  }
+  void putPlist(const std::string& path, const Value& root) {
+    (void)createFolder(parent(path));
+    content.insert_or_assign(path, writePropertyList(root));
+  }
+
+  std::map<std::string, std::string> content;  ///< by absolute path
+  std::set<std::string> folders{"/"};
+  std::vector<std::string> saved;  ///< paths in the order of their saves
+  int reads = 0;
+
+  [[nodiscard]] static std::string parent(const std::string& path) {
+    const auto slash = path.rfind('/');
+    return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
+  }
+
+ private:
+  static bool isAtOrBelow(const std::string& path, const std::string& root) {
+    return path == root || path.starts_with(root + "/");
+  }
+};
+
+/// Hands every call on to another store, but the n-th call that would change something fails (1 is the first).
+class FailingFileStore : public FileStore {
+ public:
+  FailingFileStore(FileStore& inner, int failingCall) : inner_(inner), failingCall_(failingCall) {}
+
+  [[nodiscard]] Result<std::string> read(const std::string& path) override { return inner_.read(path); }
+  Result<> save(const std::string& path, std::string_view bytes, Durability durability) override {
+    if (fails()) return Error{path + ": No space left on device"};
+    return inner_.save(path, bytes, durability);
+  }
+  [[nodiscard]] bool exists(const std::string& path) override { return inner_.exists(path); }
+  [[nodiscard]] bool isFolder(const std::string& path) override { return inner_.isFolder(path); }
+  Result<> createFolder(const std::string& path) override { return inner_.createFolder(path); }
+  [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override {
+    return inner_.list(folder);
+  }
+  Result<> copy(const std::string& from, const std::string& to) override {
+    if (fails()) return Error{to + ": No space left on device"};
+    return inner_.copy(from, to);
+  }
+  Result<> move(const std::string& from, const std::string& to) override {
+    if (fails()) return Error{to + ": No space left on device"};
+    return inner_.move(from, to);
+  }
+  Result<> remove(const std::string& path) override {
+    if (fails()) return Error{path + ": Input/output error"};
+    return inner_.remove(path);
+  }
+  [[nodiscard]] std::string applicationSupportFolder() override { return inner_.applicationSupportFolder(); }
+
+  [[nodiscard]] int calls() const { return calls_; }
+
+ private:
+  bool fails() { return ++calls_ == failingCall_; }
+  FileStore& inner_;
+  int failingCall_;
+  int calls_ = 0;
+};
+
+}  // namespace tallyvane::testing
