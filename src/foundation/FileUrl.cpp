@@ -1,0 +1,62 @@
+#include "foundation/FileUrl.h"
+
+#include <charconv>
+
+namespace tallyvane {
+
+namespace {
+
+constexpr std::string_view scheme = "file://";
+
+bool standsAsItIs(char c) {
+  const bool alphanumeric = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+  return alphanumeric || std::string_view("/-._~!$&'()*+,;=:@").find(c) != std::string_view::npos;
+}
+
+/// Nothing when a per cent sign is not followed by two hexadecimal digits, or stands for a null byte.
+std::optional<std::string> percentDecoded(std::string_view text) {
+  std::string decoded;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '%') {
+      decoded += text[i];
+      continue;
+    }
+    if (i + 2 >= text.size()) return std::nullopt;
+    unsigned byte = 0;
+    const char* end = text.data() + i + 3;
+    const auto read = std::from_chars(text.data() + i + 1, end, byte, 16);
+    if (read.ec != std::errc() || read.ptr != end || byte == 0) return std::nullopt;
+    decoded += static_cast<char>(byte);
+    i += 2;
+  }
+  return decoded;
+}
+
+}  // namespace
+
+std::string fileUrlOf(std::string_view path) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  std::string url(scheme);
+  for (const char c : path) {
+    if (standsAsItIs(c)) {
+      url += c;
+    } else {
+      const auto byte = static_cast<unsigned char>(c);
+      url += {'%', digits[byte >> 4], digits[byte & 0x0F]};
+    }
+  }
+  return url;
+}
+
+std::optional<std::string> pathOfFileUrl(std::string_view url) {
+  if (!url.starts_with(scheme)) return std::nullopt;
+  url.remove_prefix(scheme.size());
+  constexpr std::string_view localHost = "localhost/";
+  if (url.starts_with(localHost)) url.remove_prefix(localHost.size() - 1);
+  if (!url.starts_with('/')) return std::nullopt;
+  std::optional<std::string> path = percentDecoded(url);
+  while (path && path->size() > 1 && path->ends_with('/')) path->pop_back();
+  return path;
+}
+
+}  // namespace tallyvane
