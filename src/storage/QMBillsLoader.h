@@ -139,8 +139,9 @@ class QMBillsLoader {
   [[nodiscard]] std::optional<Dictionary> loadDataForExtension();
 
  private:
+  [[nodiscard]] std::optional<std::string> dataFolderOfBookmark();
   [[nodiscard]] std::optional<std::string> resolvedBookmark();
-  [[nodiscard]] std::int64_t sectionOf(const Dictionary& row) const;
+  [[nodiscard]] bool isBeyondHorizon(Date date) const;
   /// Sets the five display keys, as of now. A missing due date gives empty due texts and no sort number.
   void addDisplayKeys(Dictionary& bill) const;
 

@@ -1,0 +1,30 @@
+#include "storage/DataFolder.h"
+
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane {
+
+namespace {
+
+std::string pathIn(const std::string& folder, std::string_view name) {
+  const bool leadsOut = name.empty() || name.front() == '.' || name.find('/') != std::string_view::npos;
+  return leadsOut || folder.empty() ? std::string() : folder + "/" + std::string(name);
+}
+
+std::string dataFolder(const Platform& platform) {
+  return QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
+}
+
+}  // namespace
+
+std::string pathInDataFolder(const Platform& platform, std::string_view name) {
+  return pathIn(dataFolder(platform), name);
+}
+
+std::string billPath(const Platform& platform, std::string_view bid) { return billPathIn(dataFolder(platform), bid); }
+
+std::string billPathIn(const std::string& folder, std::string_view bid) {
+  return bid.empty() ? std::string() : pathIn(folder, std::string(bid) + ".plist");
+}
+
+}  // namespace tallyvane

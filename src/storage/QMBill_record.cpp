@@ -1,0 +1,183 @@
+#include <algorithm>
+
+#include "foundation/NumberReading.h"
+#include "foundation/Texts.h"
+#include "platform/PropertyListFile.h"
+#include "reminders/QMReminderManager.h"
+#include "storage/DataFolder.h"
+#include "storage/Keys.h"
+#include "storage/OlderIcons.h"
+#include "storage/QMBill.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane {
+
+namespace {
+
+/// Collects pairs up to the first missing value and ignores all that follow; the file is made that way deliberately.
+class PairsUpToFirstMissing {
+ public:
+  template <typename T>
+  void add(std::string_view key, const std::optional<T>& value) {
+    ended_ = ended_ || !value;
+    if (!ended_) pairs_.append(std::string(key), Value(*value));
+  }
+  void add(std::string_view key, const std::optional<std::vector<std::string>>& value) {
+    add(key, value ? std::optional(arrayOf(*value)) : std::nullopt);
+  }
+  [[nodiscard]] Dictionary take() { return std::move(pairs_); }
+
+ private:
+  Dictionary pairs_;
+  bool ended_ = false;
+};
+
+Dictionary billDictionary(const QMBill& bill) {
+  PairsUpToFirstMissing pairs;
+  pairs.add(key::Name, bill.name);
+  pairs.add(key::Bid, bill.bid);
+  pairs.add(key::Icon, bill.icon);
+  pairs.add(key::DueDate, bill.dueDate);
+  pairs.add(key::Repeat, bill.repeat);
+  pairs.add(key::Average, bill.average);
+  pairs.add(key::LastPayment, bill.lastPayment);
+  pairs.add(key::TotalPaid, bill.totalPaid);
+  pairs.add(key::RemindMe, bill.remindMe);
+  pairs.add(key::PaySite, bill.paySite);
+  pairs.add(key::PaymentList, bill.paymentList);
+  pairs.add(key::ReminderDays, bill.reminderDays);
+  pairs.add(key::Balance, bill.balance);
+  pairs.add(key::Interest, bill.interest);
+  pairs.add(key::Notes, bill.notes);
+  pairs.add(key::Tags, bill.tags);
+  pairs.add(key::Amount, bill.amount);
+  pairs.add(key::PayType, bill.payType);
+  pairs.add(key::Rev, bill.rev);
+  return pairs.take();
+}
+
+Dictionary withoutDisplayKeys(Dictionary bill) {
+  // Exactly these five: "DateWasModified" is not one of them.
+  for (const auto displayKey :
+       {key::HumanRepeat, key::HumanDueDate, key::SortableDueDate, key::DueIcon, key::DueString}) {
+    bill.erase(displayKey);
+  }
+  return bill;
+}
+
+/// The index with the bill among the active ones and no longer among the archived; its other lists stay as they are.
+void enterActive(Dictionary& index, const std::string& bid, Log& log) {
+  const Value identifier(bid);
+  Array archived = index.valueOr(key::ArchivedBills, Array());
+  std::erase(archived, identifier);
+  index.set(key::ArchivedBills, std::move(archived));
+  log.line("Speed2");
+  Array active = index.valueOr(key::ActiveBills, Array());
+  if (std::find(active.begin(), active.end(), identifier) == active.end()) {
+    active.push_back(identifier);
+    index.set(key::ActiveBills, std::move(active));
+  }
+  log.line("Speed3");
+}
+
+/// Enters the bill in the index file, or starts one, and gives back the active list.
+Array writeIndexWith(const Platform& platform, const std::string& bid) {
+  Log& log = platform.log;
+  const std::string path = pathInDataFolder(platform, billIndexName);
+  auto index = readPropertyListFile<Dictionary>(platform.files, log, path);
+  log.line("Speed1");
+  if (index) {
+    enterActive(*index, bid, log);
+  } else {
+    log.line("Creating Blank Index");
+    index = Dictionary{{"ActiveBills", Array{bid}}, {"DeletedBills", Array()}, {"ArchivedBills", Array()}};
+  }
+  (void)savePropertyListFile(platform.files, path, *index);
+  log.line("Speed4");
+  return index->valueOr(key::ActiveBills, Array());
+}
+
+/// Replaces the bill's file and reminders by what the dictionary says.
+void replaceBill(const Platform& platform, const Dictionary& bill) {
+  const std::string bid = bill.valueOr(key::Bid, std::string());
+  (void)savePropertyListFile(platform.files, billPath(platform, bid), bill);
+  QMReminderManager reminders{platform};
+  reminders.removeTallyvaneRemindersForBillName(bill.valueOr(key::Name, std::string()));
+  reminders.removeNotificationCenterRemindersForBid(bid);
+  if (boolValue(bill, key::RemindMe)) reminders.createTallyvaneReminderForBill(bill);
+}
+
+}  // namespace
+
+// The lines "Speed1" to "Speed8" stand in the log exactly so and in this order; deliberate.
+void QMBill::writeBill(bool skipActiveMirror) {
+  Log& log = platform_.log;
+  if (!bid) {
+    log.diagnostic("A bill without an identifier was not written");
+    return;
+  }
+  const Dictionary bill = billDictionary(*this);
+  const bool wrote = static_cast<bool>(savePropertyListFile(platform_.files, billPath(platform_, *bid), bill));
+  log.line(wrote ? "Wrote File = 1" : "Wrote File = 0");
+  const Array active = writeIndexWith(platform_, *bid);
+
+  log.line("Speed4a");
+  QMReminderManager reminders{platform_};
+  reminders.removeTallyvaneRemindersForBillName(name.value_or(std::string()));
+  log.line("Speed4b");
+  reminders.removeNotificationCenterRemindersForBid(*bid);
+  log.line("Speed4c");
+  const bool wantsReminders = boolValue(remindMe ? &*remindMe : nullptr);
+  log.line("Speed5");
+  if (wantsReminders) reminders.createTallyvaneReminderForBill(bill);
+  log.line("Speed6");
+
+  QMBillsLoader{platform_}.saveListOfTagsWithTags(tags.value_or(std::vector<std::string>()));
+  uploadBillToiCloudWithBidAndDictionary(*bid, bill);
+  log.line("Speed7");
+  if (!skipActiveMirror) uploadActiveBillsToiCloud(active);
+  log.line("Speed8");
+}
+
+void QMBill::rewriteSpecificBill(const Dictionary& bill) {
+  const Dictionary record = withoutDisplayKeys(bill);
+  replaceBill(platform_, record);
+  uploadBillToiCloudWithBidAndDictionary(record.valueOr(key::Bid, std::string()), record);
+}
+
+void QMBill::rewriteSpecificBillWithoutUpdatingiCloud(const Dictionary& bill) {
+  replaceBill(platform_, withoutDisplayKeys(bill));
+}
+
+void QMBill::saveSpecificKeyWithValueForBill(const std::string& key, const Value& value,
+                                             const std::string& billIdentifier) {
+  saveSpecificKeysWithValuesForBill({key}, {value}, billIdentifier);
+}
+
+void QMBill::saveSpecificKeysWithValuesForBill(const std::vector<std::string>& keys, const std::vector<Value>& values,
+                                               const std::string& billIdentifier) {
+  // The loaded bill carries the display keys, and they are written back with it; deliberate.
+  Dictionary bill = QMBillsLoader{platform_}.loadBillWithID(billIdentifier).value_or(Dictionary());
+  for (const std::string& key : keys) {
+    // A key given twice takes its first value both times.
+    const auto first = std::find(keys.begin(), keys.end(), key) - keys.begin();
+    bill.set(key, values.at(static_cast<std::size_t>(first)));
+    const bool wantsReminders = boolValue(remindMe ? &*remindMe : nullptr);
+    if (key == tallyvane::key::DueDate && wantsReminders)
+      QMReminderManager{platform_}.createTallyvaneReminderForBill(bill);
+  }
+  (void)savePropertyListFile(platform_.files, billPath(platform_, billIdentifier), bill);
+  uploadBillToiCloudWithBidAndDictionary(billIdentifier, bill);
+}
+
+std::optional<std::string> QMBill::getIconFromInteger(const Value& number) const {
+  const auto index = static_cast<std::uint64_t>(integerValue(&number));
+  return index < olderIconNames.size() ? std::optional<std::string>(olderIconNames[index]) : std::nullopt;
+}
+
+std::optional<std::string> QMBill::getCorrectedPaymentURL(const std::optional<std::string>& text) const {
+  if (!text || text->empty() || containsIgnoringCase(*text, "http")) return text;
+  return "http://" + *text;
+}
+
+}  // namespace tallyvane

@@ -1,0 +1,75 @@
+#include "foundation/FileUrl.h"
+#include "storage/DataFolder.h"
+#include "storage/Keys.h"
+#include "storage/QMBillsLoader.h"
+#include "storage/Settings.h"
+
+namespace tallyvane {
+
+namespace {
+
+std::string_view lastPathComponent(std::string_view path) { return path.substr(path.rfind('/') + 1); }
+
+/// Created with the folders that lead to it; a failure shows in the reads and writes that follow.
+std::string createdFolder(FileStore& files, std::string path) {
+  (void)files.createFolder(path);
+  return path;
+}
+
+}  // namespace
+
+std::optional<std::string> QMBillsLoader::tallyvaneDirectory() {
+  FileStore& files = platform_.files;
+  if (!boolSetting(platform_.defaults, key::CustomLocationEnabled)) {
+    return createdFolder(files, files.applicationSupportFolder() + "/Tallyvane/" + std::string(dataFolderName));
+  }
+  const std::optional<Value> stored = platform_.defaults.object(key::CustomLocationTempPath);
+  const auto* cached = stored ? stored->get<std::string>() : nullptr;
+  if (cached == nullptr) return std::nullopt;
+  if (!cached->empty()) return *cached;
+
+  const std::optional<std::string> path = dataFolderOfBookmark();
+  // What fails to be cached is only resolved again.
+  if (path) {
+    (void)platform_.defaults.set(key::CustomLocationTempPath, *path);
+  } else {
+    (void)platform_.defaults.remove(key::CustomLocationTempPath);
+  }
+  return path;
+}
+
+std::optional<std::string> QMBillsLoader::dataFolderOfBookmark() {
+  const std::optional<std::string> folder = resolvedBookmark();
+  if (!folder) return std::nullopt;
+  platform_.bookmarks.startAccessing(*folder);
+  if (boolSetting(platform_.defaults, key::DropboxSyncEnabled)) {
+    return *folder + "/Apps/Tallyvane/" + std::string(dataFolderName);
+  }
+  // A bookmark of the data folder itself gives no path; deliberate.
+  if (lastPathComponent(*folder) == dataFolderName) return std::nullopt;
+  return *folder + "/" + std::string(dataFolderName);
+}
+
+std::optional<std::string> QMBillsLoader::resolvedBookmark() {
+  platform_.log.line("Resolving Bookmark");
+  const std::optional<Value> stored = platform_.defaults.object(key::CustomLocationBookmark);
+  const Data* bookmark = stored ? stored->get<Data>() : nullptr;
+  return bookmark == nullptr ? std::nullopt : platform_.bookmarks.resolve(*bookmark);
+}
+
+std::optional<std::string> QMBillsLoader::tallyvaneDropboxFolder() {
+  if (!boolSetting(platform_.defaults, key::CustomLocationEnabled)) return std::string();
+  std::optional<std::string> folder = resolvedBookmark();
+  platform_.log.line("Final URL: " + (folder ? fileUrlOf(*folder + "/") : "(null)"));
+  return folder;
+}
+
+std::string QMBillsLoader::tallyvaneBackupPathMac() {
+  return createdFolder(platform_.files, platform_.files.applicationSupportFolder() + "/Tallyvane");
+}
+
+std::string QMBillsLoader::tallyvaneBackupPathPhone() {
+  return createdFolder(platform_.files, platform_.files.applicationSupportFolder() + "/com.Quillmoor.Tallyvane-Touch");
+}
+
+}  // namespace tallyvane
