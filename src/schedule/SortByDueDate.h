@@ -1,0 +1,12 @@
+#pragma once
+
+#include <vector>
+
+#include "foundation/Value.h"
+
+namespace tallyvane {
+
+/// The rows ascending by "SortableDueDate"; equal rows keep their order, rows without a due date come last.
+[[nodiscard]] std::vector<Dictionary> sortedByDueDate(std::vector<Dictionary> rows);
+
+}  // namespace tallyvane
