@@ -48,6 +48,8 @@ class QMReminderManager {
   [[nodiscard]] bool shouldAddEmails() const;
 
  private:
+  void addEvent(const Dictionary& bill, Date due, Date alarm);
+
   const Platform& platform_;
   std::optional<std::string> tallyvaneCalendar_;
   std::string reminderCalendar_ = "Reminders";
