@@ -1,0 +1,73 @@
+#include "freedesktop/FolderTurn.h"
+
+#include <sys/stat.h>
+
+#include <cstdio>
+
+namespace tallyvane {
+
+namespace {
+
+const std::string temporaryName(saveTemporaryName);
+
+}  // namespace
+
+FolderTurn::FolderTurn(std::string folderPath, FileDescriptor folder, FileDescriptor temporary)
+    : folderPath_(std::move(folderPath)), folder_(std::move(folder)), temporary_(std::move(temporary)) {}
+
+Result<FolderTurn> FolderTurn::take(const std::string& folderPath) {
+  FileDescriptor folder(::open(folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder) return systemError(folderPath);
+  Result<FileDescriptor> temporary = openLocked(temporaryName, folder.number());
+  if (!temporary) return Error{folderPath + "/" + temporary.error()};
+  return FolderTurn(folderPath, std::move(folder), std::move(*temporary));
+}
+
+FolderTurn::~FolderTurn() {
+  // While it is still locked: the next in line then finds the name gone and makes a temporary of its own.
+  if (temporary_) ::unlinkat(folder_.number(), temporaryName.c_str(), 0);
+}
+
+Result<> FolderTurn::replace(const std::string& name, std::string_view bytes, Durability durability) {
+  if (Result<> taken = takePermissionsOf(name); !taken) return taken;
+  if (Result<> filled = fill(bytes); !filled) return Error{folderPath_ + "/" + name + ": " + filled.error()};
+  if (durability == Durability::synced && ::fsync(temporary_.number()) != 0) return failed(name);
+  if (::renameat(folder_.number(), temporaryName.c_str(), folder_.number(), name.c_str()) != 0) return failed(name);
+  temporary_ = FileDescriptor();
+  return durability == Durability::synced ? syncFolder() : Result<>();
+}
+
+Result<> FolderTurn::syncContents() { return ::syncfs(folder_.number()) == 0 ? Result<>() : systemError(folderPath_); }
+
+Result<> FolderTurn::syncFolder() { return tallyvane::syncFolder(folder_.number(), folderPath_); }
+
+Result<> FolderTurn::fill(std::string_view bytes) {
+  const auto reason = [] { return Error{std::generic_category().message(errno)}; };
+  if (::ftruncate(temporary_.number(), 0) != 0) return reason();
+  while (!bytes.empty()) {
+    const ssize_t written = uninterrupted([&] { return ::write(temporary_.number(), bytes.data(), bytes.size()); });
+    if (written < 0) return reason();
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return {};
+}
+
+Result<> FolderTurn::takePermissionsOf(const std::string& name) {
+  struct stat target {};
+  if (::fstatat(folder_.number(), name.c_str(), &target, AT_SYMLINK_NOFOLLOW) != 0) {
+    if (errno != ENOENT) return failed(name);
+    // A temporary that was left behind may carry the permissions of another file.
+    return ::fchmod(temporary_.number(), 0600) == 0 ? Result<>() : failed(name);
+  }
+  if (!S_ISREG(target.st_mode)) return Error{folderPath_ + "/" + name + ": not a regular file"};
+  // The administrator saves for the user: the file stays the user's. Others may not give files away, nor need to.
+  if (::geteuid() == 0 && ::fchown(temporary_.number(), target.st_uid, target.st_gid) != 0) return failed(name);
+  return ::fchmod(temporary_.number(), target.st_mode & 07777) == 0 ? Result<>() : failed(name);
+}
+
+Result<> syncFolder(int folder, const std::string& path) {
+  if (::fsync(folder) == 0 || errno == EINVAL || errno == ENOTSUP) return {};
+  return systemError(path);
+}
+
+}  // namespace tallyvane

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/FileStore.h"
+
+namespace tallyvane {
+
+/// The files of the machine. New files are the user's alone (0600), new folders too (0700). A save may wait for another
+/// program's save in the same folder. Only regular files are read, and none above `maximumFileBytes`; a pipe or a
+/// device never blocks. A copy follows a symbolic link that is copied itself and keeps those inside a folder as links.
+class PosixFileStore : public FileStore {
+ public:
+  static constexpr std::size_t maximumFileBytes = std::size_t{1} << 30;
+
+  explicit PosixFileStore(std::string applicationSupportFolder)
+      : applicationSupportFolder_(std::move(applicationSupportFolder)) {}
+
+  [[nodiscard]] Result<std::string> read(const std::string& path) override;
+  Result<> save(const std::string& path, std::string_view bytes, Durability durability = Durability::synced) override;
+
+  [[nodiscard]] bool exists(const std::string& path) override;
+  [[nodiscard]] bool isFolder(const std::string& path) override;
+  Result<> createFolder(const std::string& path) override;
+  [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override;
+  Result<> copy(const std::string& from, const std::string& to) override;
+  Result<> move(const std::string& from, const std::string& to) override;
+  Result<> remove(const std::string& path) override;
+
+  [[nodiscard]] std::string applicationSupportFolder() override { return applicationSupportFolder_; }
+
+ private:
+  std::string applicationSupportFolder_;
+};
+
+}  // namespace tallyvane
