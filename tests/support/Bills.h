@@ -1,0 +1,101 @@
+// Bills for tests. Keys are literals here on purpose.
+#pragma once
+
+#include <string>
+
+#include "storage/QMBill.h"
+#include "support/Fakes.h"
+
+namespace tallyvane::testing {
+
+inline const std::string dataFolder = "/home/ada/.local/share/Tallyvane/Tallyvane.tvdata";
+
+inline std::string inDataFolder(const std::string& name) { return dataFolder + "/" + name; }
+
+/// Noon of a day in New York in winter, 13:00 in summer.
+inline Date noon(int year, unsigned month, unsigned day) {
+  return std::chrono::sys_days{std::chrono::year{year} / month / day} + std::chrono::hours{17};
+}
+
+inline Date daysFromToday(int days) { return noon(2027, 3, 10) + std::chrono::days{days}; }
+
+/// A monthly bill with all 19 keys in their order.
+inline Dictionary bill(const std::string& bid, const std::string& name, Date due) {
+  return {{"Name", name},
+          {"Bid", bid},
+          {"Icon", "32x32-House"},
+          {"DueDate", due},
+          {"Repeat", Array{1, 2}},
+          {"Average", 0.0},
+          {"LastPayment", distantPast},
+          {"TotalPaid", 0.0},
+          {"RemindMe", false},
+          {"PaySite", ""},
+          {"PaymentList", Array()},
+          {"ReminderDays", 3},
+          {"Balance", 0.0},
+          {"Interest", 0.0},
+          {"Notes", ""},
+          {"Tags", Array{"Home"}},
+          {"Amount", 100.0},
+          {"PayType", 0},
+          {"Rev", 0.0}};
+}
+
+inline Dictionary with(Dictionary dictionary, std::string_view key, Value value) {
+  dictionary.set(key, std::move(value));
+  return dictionary;
+}
+
+inline Dictionary without(Dictionary dictionary, std::string_view key) {
+  dictionary.erase(key);
+  return dictionary;
+}
+
+/// The same bill as an object.
+inline QMBill billObject(const Platform& platform, const std::string& bid, const std::string& name, Date due) {
+  QMBill object{platform};
+  object.name = name;
+  object.bid = bid;
+  object.icon = "32x32-House";
+  object.dueDate = due;
+  object.repeat = Array{1, 2};
+  object.average = object.totalPaid = object.balance = object.interest = object.rev = Value(0.0);
+  object.lastPayment = distantPast;
+  object.remindMe = Value(false);
+  object.paySite = object.notes = "";
+  object.paymentList = Array();
+  object.reminderDays = Value(3);
+  object.amount = Value(100.0);
+  object.payType = Value(0);
+  object.tags = std::vector<std::string>{"Home"};
+  return object;
+}
+
+/// Puts bill files and an index that lists them as active into the data folder.
+inline void putActiveBills(FakeDesktop& desktop, const std::vector<Dictionary>& bills) {
+  Array active;
+  for (const Dictionary& each : bills) {
+    const std::string bid = *each.get<std::string>("Bid");
+    desktop.files.putPlist(inDataFolder(bid + ".plist"), each);
+    active.emplace_back(bid);
+  }
+  desktop.files.putPlist(inDataFolder("billindex.plist"),
+                         Dictionary{{"ActiveBills", active}, {"DeletedBills", Array()}, {"ArchivedBills", Array()}});
+}
+
+/// The names of a dictionary's keys, in their order.
+inline std::vector<std::string> keysOf(const Dictionary& dictionary) {
+  std::vector<std::string> keys;
+  for (const auto& [key, value] : dictionary) keys.push_back(key);
+  return keys;
+}
+
+/// "Name" (or another string key) of each row.
+inline std::vector<std::string> column(const std::vector<Dictionary>& rows, std::string_view key = "Name") {
+  std::vector<std::string> texts;
+  for (const Dictionary& row : rows) texts.push_back(row.valueOr(key, std::string("(none)")));
+  return texts;
+}
+
+}  // namespace tallyvane::testing
