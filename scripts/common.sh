@@ -1,0 +1,47 @@
+# What the commands share. Sourced from the project's top folder.
+export PATH=${PATH:-/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin}
+
+say() { printf '%s\n' "$*" >&2; }
+fail() {
+  say "$*"
+  exit 1
+}
+
+# configure PRESET [OPTION…]
+configure() {
+  local preset=$1 log
+  shift
+  mkdir -p build
+  log=build/$preset-configure.log
+  # A build folder that was made elsewhere (the project was moved or copied) starts over.
+  local fresh=()
+  [ ! -f "build/$preset/CMakeCache.txt" ] || configured_here "$preset" || fresh=(--fresh)
+  cmake --preset "$preset" "${fresh[@]}" "$@" >"$log" 2>&1 || {
+    cat "$log" >&2
+    fail "Configuring build/$preset failed."
+  }
+}
+
+configured_here() {
+  [ -f "build/$1/build.ninja" ] && grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "build/$1/CMakeCache.txt"
+}
+
+# build PRESET [TARGET…]: one short line per step on standard error, and none when nothing is to be done.
+build() {
+  local preset=$1
+  shift
+  local targets=()
+  [ $# -eq 0 ] || targets=(--target "$@")
+  cmake --build --preset "$preset" "${targets[@]}" 2>&1 | sed --unbuffered --regexp-extended \
+    '/^ninja: no work to do|Re-checking globbed directories|^ninja: Entering directory/d; s/Building CXX object .*\.dir\/(.*)\.o$/\1/; s/Linking CXX (executable|static library) .*\//linking /' >&2 ||
+    fail "Building build/$preset failed."
+}
+
+# Only one command at a time builds in a folder.
+locked() {
+  mkdir -p build
+  (
+    flock 9
+    "$@"
+  ) 9>build/lock
+}
