@@ -3,6 +3,7 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "freedesktop/PosixPaths.h"
@@ -41,11 +42,10 @@ Environment processEnvironment() {
 }
 
 XdgFolders XdgFolders::of(const Environment& environment) {
-  const std::optional<std::string> home = folderVariable(environment, "HOME");
+  const std::string home = folderVariable(environment, "HOME").value_or("~");
   const auto folder = [&](std::string_view variable, const char* belowHome) {
     if (auto chosen = folderVariable(environment, variable)) return *chosen;
-    if (!home) return std::string();
-    return (*home == "/" ? std::string() : *home) + belowHome;
+    return (home == "/" ? std::string() : home) + belowHome;
   };
   XdgFolders folders{.dataHome = folder("XDG_DATA_HOME", "/.local/share"),
                      .configHome = folder("XDG_CONFIG_HOME", "/.config"),

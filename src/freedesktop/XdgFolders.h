@@ -15,8 +15,8 @@ using Environment = std::function<std::optional<std::string>(std::string_view na
 [[nodiscard]] Environment processEnvironment();
 
 /// The user's base folders after the XDG base-directory standard, as absolute paths without a slash at their end. They
-/// need not exist. A folder is empty, which every file operation refuses, when neither its variable nor HOME is an
-/// absolute path.
+/// need not exist. Where neither the variable nor HOME is an absolute path, a folder starts with "~" and with it every
+/// path made from it is relative, which every file operation refuses: nothing lands in some other folder.
 struct XdgFolders {
   std::string dataHome;               ///< XDG_DATA_HOME, else ~/.local/share
   std::string configHome;             ///< XDG_CONFIG_HOME, else ~/.config

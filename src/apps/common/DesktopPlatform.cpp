@@ -1,0 +1,39 @@
+#include "common/DesktopPlatform.h"
+
+#include <utility>
+
+#include "foundation/Calendar.h"
+#include "storage/Keys.h"
+
+namespace tallyvane::programs {
+
+DesktopPlatform::DesktopPlatform(const XdgFolders& folders, Region region, Log& log, Workspace& workspace,
+                                 StatusBar& statusBar, Application& application)
+    : paths_(ProgramPaths::in(folders)),
+      region_(std::move(region)),
+      files_(paths_.applicationSupportFolder),
+      guardedFiles_(files_, log),
+      resources_(resourceFolders(ownExecutable(), folders), files_),
+      defaults_(paths_.settings, files_, log, Durability::synced),
+      groupDefaults_(paths_.groupSettings, files_, log, Durability::cached),
+      cloud_(paths_.cloudMirror, files_, log),
+      platform_{clock_,      region_,         random_, guardedFiles_, resources_, bookmarks_,
+                defaults_,   &groupDefaults_, cloud_,  calendars_,    nullptr,    workspace,
+                application, statusBar,       http_,   mainQueue_,    mimeTypes_, log} {
+  defaults_.registerDefaults(firstValues(region_));
+}
+
+Dictionary firstValues(const Region& region) {
+  // Only the hour and the minute of the reminder time count, so any day will do.
+  const CivilDay anyDay{std::chrono::year{2001} / 1 / 1};
+  const auto entry = [](std::string_view name, Value value) { return Dictionary::Entry(name, std::move(value)); };
+  return {entry(key::EnableStartAtLoginMenu, true),
+          entry(key::ShouldDisplayStatusTitle, true),
+          entry(key::DueSoonDays, 7),
+          entry(key::AvoidWeekends, 2),
+          entry(key::CalendarList, Array{"Tallyvane"}),
+          entry(key::ReminderCalendarNumber, 0),
+          entry(key::ReminderTime, Calendar::of(region).wallTime(anyDay, 9, 0))};
+}
+
+}  // namespace tallyvane::programs

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "common/GuardedFileStore.h"
+#include "common/ProgramPaths.h"
+#include "freedesktop/FileBookmarks.h"
+#include "freedesktop/InstalledResources.h"
+#include "freedesktop/LocalKeyValueStore.h"
+#include "freedesktop/NoServices.h"
+#include "freedesktop/PlistUserDefaults.h"
+#include "freedesktop/PosixFileStore.h"
+#include "freedesktop/QueuedMainQueue.h"
+#include "freedesktop/SystemClock.h"
+#include "freedesktop/SystemRandom.h"
+#include "platform/Platform.h"
+
+namespace tallyvane::programs {
+
+/// The services of a Linux desktop, put together for one program. It owns all of them but those that its constructor
+/// takes, which must outlive it. Making it reads and writes no file.
+///
+/// The model's files go through the guard; settings and the mirror do not: they have locks of their own, and putting
+/// back a whole file of settings would undo what another program set meanwhile.
+class DesktopPlatform {
+ public:
+  DesktopPlatform(const XdgFolders& folders, Region region, Log& log, Workspace& workspace, StatusBar& statusBar,
+                  Application& application);
+  DesktopPlatform(const DesktopPlatform&) = delete;
+  DesktopPlatform& operator=(const DesktopPlatform&) = delete;
+
+  [[nodiscard]] Platform& platform() { return platform_; }
+  [[nodiscard]] const ProgramPaths& paths() const { return paths_; }
+  [[nodiscard]] GuardedFileStore& files() { return guardedFiles_; }
+  [[nodiscard]] QueuedMainQueue& mainQueue() { return mainQueue_; }
+
+ private:
+  const ProgramPaths paths_;
+  const Region region_;
+  SystemClock clock_;
+  SystemRandom random_;
+  PosixFileStore files_;
+  GuardedFileStore guardedFiles_;
+  InstalledResources resources_;
+  FileBookmarks bookmarks_;
+  PlistUserDefaults defaults_;
+  PlistUserDefaults groupDefaults_;
+  LocalKeyValueStore cloud_;
+  NoCalendarStore calendars_;
+  NoHttpTransport http_;
+  QueuedMainQueue mainQueue_;
+  NoMimeTypes mimeTypes_;
+  Platform platform_;
+};
+
+/// The settings that a program starts with. The reminder time is nine o'clock in the region's zone.
+[[nodiscard]] Dictionary firstValues(const Region& region);
+
+}  // namespace tallyvane::programs

@@ -1,0 +1,81 @@
+#include "common/GuardedFileStore.h"
+
+#include <utility>
+
+#include "foundation/PropertyList.h"
+#include "freedesktop/SetAside.h"
+
+namespace tallyvane::programs {
+
+namespace {
+
+Error refused(const std::string& path) { return Error{path + ": not changed, because an earlier save failed"}; }
+
+}  // namespace
+
+void GuardedFileStore::begin() {
+  operating_ = true;
+  firstError_.clear();
+  undo_.clear();
+}
+
+Result<> GuardedFileStore::finish() {
+  operating_ = false;
+  const std::vector<Undo> undo = std::exchange(undo_, {});
+  std::string error = std::exchange(firstError_, {});
+  if (error.empty()) return {};
+  for (auto step = undo.rbegin(); step != undo.rend(); ++step) {
+    if (Result<> done = (*step)(); !done) error += "; could not be put back: " + done.error();
+  }
+  return Error{error};
+}
+
+Result<> GuardedFileStore::save(const std::string& path, std::string_view bytes, Durability durability) {
+  if (hasFailed()) return refused(path);
+  Result<> saved = saveGuarded(path, bytes, durability);
+  if (!saved && operating_) firstError_ = saved.error();
+  return saved;
+}
+
+Result<> GuardedFileStore::saveGuarded(const std::string& path, std::string_view bytes, Durability durability) {
+  Result<std::string> earlier = inner_.read(path);
+  if (!earlier) {
+    if (inner_.exists(path)) return Error{earlier.error()};
+    return changed(inner_.save(path, bytes, durability), removing(path));
+  }
+  if (path.ends_with(".plist") && !readPropertyList(*earlier)) {
+    if (Result<> kept = setAside(inner_, log_, path); !kept) return kept;
+  }
+  return changed(inner_.save(path, bytes, durability), savingAgain(path, std::move(*earlier)));
+}
+
+Result<> GuardedFileStore::copy(const std::string& from, const std::string& to) {
+  if (hasFailed()) return refused(to);
+  return changed(inner_.copy(from, to), removing(to));
+}
+
+Result<> GuardedFileStore::move(const std::string& from, const std::string& to) {
+  if (hasFailed()) return refused(from);
+  return changed(inner_.move(from, to), [this, from, to] { return inner_.move(to, from); });
+}
+
+Result<> GuardedFileStore::remove(const std::string& path) {
+  if (hasFailed()) return refused(path);
+  Result<std::string> earlier = operating_ ? inner_.read(path) : Error{};
+  return changed(inner_.remove(path), earlier ? savingAgain(path, std::move(*earlier)) : Undo());
+}
+
+GuardedFileStore::Undo GuardedFileStore::savingAgain(const std::string& path, std::string bytes) {
+  return [this, path, bytes = std::move(bytes)] { return inner_.save(path, bytes); };
+}
+
+GuardedFileStore::Undo GuardedFileStore::removing(const std::string& path) {
+  return [this, path] { return inner_.remove(path); };
+}
+
+Result<> GuardedFileStore::changed(Result<> outcome, Undo undo) {
+  if (outcome && operating_ && undo) undo_.push_back(std::move(undo));
+  return outcome;
+}
+
+}  // namespace tallyvane::programs

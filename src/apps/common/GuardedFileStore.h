@@ -1,0 +1,60 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/FileStore.h"
+#include "platform/Log.h"
+
+namespace tallyvane::programs {
+
+/// The file store that a program hands to the model. It guards the user's files twice:
+///
+/// - A "*.plist" that is there but cannot be read as a property list is copied aside, and said so, before a save
+///   replaces it; when that copy fails, so does the save.
+/// - Between `begin` and `finish` lies one operation, done whole or not at all: after its first failed save every later
+///   change is refused, and `finish` puts back what the operation had changed, the last change first. On a full disk
+///   that order always has room, since each step gives back what its change took. Not put back are folders made and
+///   folders removed. A copy, move or removal that fails is the model's affair and ends nothing.
+class GuardedFileStore : public FileStore {
+ public:
+  GuardedFileStore(FileStore& inner, Log& log) : inner_(inner), log_(log) {}
+
+  void begin();
+  /// The first save that failed, if any did; then the files are as they were at `begin`, or the error also says which
+  /// could not be put back.
+  Result<> finish();
+
+  [[nodiscard]] Result<std::string> read(const std::string& path) override { return inner_.read(path); }
+  Result<> save(const std::string& path, std::string_view bytes, Durability durability = Durability::synced) override;
+  [[nodiscard]] bool exists(const std::string& path) override { return inner_.exists(path); }
+  [[nodiscard]] bool isFolder(const std::string& path) override { return inner_.isFolder(path); }
+  Result<> createFolder(const std::string& path) override { return inner_.createFolder(path); }
+  [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override {
+    return inner_.list(folder);
+  }
+  Result<> copy(const std::string& from, const std::string& to) override;
+  Result<> move(const std::string& from, const std::string& to) override;
+  Result<> remove(const std::string& path) override;
+  [[nodiscard]] std::string applicationSupportFolder() override { return inner_.applicationSupportFolder(); }
+
+ private:
+  using Undo = std::function<Result<>()>;
+
+  [[nodiscard]] Result<> saveGuarded(const std::string& path, std::string_view bytes, Durability durability);
+  [[nodiscard]] bool hasFailed() const { return !firstError_.empty(); }
+  [[nodiscard]] Undo savingAgain(const std::string& path, std::string bytes);
+  [[nodiscard]] Undo removing(const std::string& path);
+  /// Passes the outcome of a change on, and keeps its undo when it worked and belongs to an operation.
+  Result<> changed(Result<> outcome, Undo undo);
+
+  FileStore& inner_;
+  Log& log_;
+  bool operating_ = false;
+  std::string firstError_;
+  std::vector<Undo> undo_;
+};
+
+}  // namespace tallyvane::programs
