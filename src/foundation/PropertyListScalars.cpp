@@ -1,0 +1,189 @@
+#include "foundation/PropertyListScalars.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "foundation/PropertyListCharacters.h"
+
+namespace tallyvane {
+namespace {
+
+/// A text of the file, short enough to stand in a message.
+std::string quoted(std::string_view text) {
+  constexpr std::size_t shown = 40;
+  std::string printable(text.substr(0, shown));
+  std::replace_if(
+      printable.begin(), printable.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
+  return fmt::format("\"{}{}\"", printable, text.size() > shown ? "…" : "");
+}
+
+/// Takes a sign off the text; whether it was a minus.
+bool takeSign(std::string_view& text) {
+  if (text.empty() || (text.front() != '-' && text.front() != '+')) return false;
+  const bool minus = text.front() == '-';
+  text.remove_prefix(1);
+  return minus;
+}
+
+std::optional<double> realOfWord(std::string_view word) {
+  std::string lower(word);
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  if (lower == "nan") return std::numeric_limits<double>::quiet_NaN();
+  if (lower == "inf" || lower == "infinity") return std::numeric_limits<double>::infinity();
+  return std::nullopt;
+}
+
+/// A number of digits only; nothing for anything else.
+std::optional<unsigned> digits(std::string_view text) {
+  unsigned number = 0;
+  for (const char character : text) {
+    if (character < '0' || character > '9') return std::nullopt;
+    number = number * 10 + static_cast<unsigned>(character - '0');
+  }
+  return number;
+}
+
+/// Which value each base64 character has; the others are told apart by numbers above 63.
+constexpr std::uint8_t blank = 64, padding = 65, foreign = 66;
+constexpr std::string_view base64Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+constexpr std::array<std::uint8_t, 256> base64Values = [] {
+  std::array<std::uint8_t, 256> values{};
+  values.fill(foreign);
+  for (std::size_t i = 0; i < base64Digits.size(); ++i)
+    values[static_cast<std::uint8_t>(base64Digits[i])] = static_cast<std::uint8_t>(i);
+  for (const char space : {' ', '\t', '\n', '\r'}) values[static_cast<std::uint8_t>(space)] = blank;
+  values['='] = padding;
+  return values;
+}();
+
+}  // namespace
+
+std::int64_t integerOfText(std::string_view text) {
+  std::string_view rest = text;
+  const bool minus = takeSign(rest);
+  const bool hexadecimal = rest.starts_with("0x") || rest.starts_with("0X");
+  if (hexadecimal) rest.remove_prefix(2);
+  std::uint64_t size = 0;
+  const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), size, hexadecimal ? 16 : 10);
+  if (end != rest.data() + rest.size() || error == std::errc::invalid_argument)
+    throw PropertyListFault{quoted(text) + " is not a whole number"};
+  constexpr std::uint64_t largest = std::numeric_limits<std::int64_t>::max();
+  if (error != std::errc() || size > largest + (minus ? 1 : 0))
+    throw PropertyListFault{fmt::format("the whole number {} does not fit 64 bits", quoted(text))};
+  return static_cast<std::int64_t>(minus ? 0 - size : size);
+}
+
+double realOfText(std::string_view text) {
+  std::string_view rest = text;
+  const bool minus = takeSign(rest);
+  std::optional<double> number = realOfWord(rest);
+  if (!number) {
+    double read = 0;
+    const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), read);
+    const bool startsAsNumber = !rest.empty() && (rest.front() == '.' || (rest.front() >= '0' && rest.front() <= '9'));
+    if (!startsAsNumber || end != rest.data() + rest.size() || error == std::errc::invalid_argument)
+      throw PropertyListFault{quoted(text) + " is not a number"};
+    if (error != std::errc()) throw PropertyListFault{fmt::format("the number {} does not fit a double", quoted(text))};
+    number = read;
+  }
+  return minus ? -*number : *number;
+}
+
+Date dateOfText(std::string_view text) {
+  constexpr std::string_view shape = "-MM-DDThh:mm:ssZ";
+  const std::size_t yearLength = text.size() - std::min(text.size(), shape.size());
+  bool fits = yearLength >= 1 && yearLength <= 4;
+  for (std::size_t i = 0; fits && i < shape.size(); ++i) {
+    const bool mark = shape[i] == '-' || shape[i] == ':' || shape[i] == 'T' || shape[i] == 'Z';
+    fits = !mark || text[yearLength + i] == shape[i];
+  }
+  const auto part = [&](std::size_t from) { return fits ? digits(text.substr(yearLength + from, 2)) : std::nullopt; };
+  const auto year = fits ? digits(text.substr(0, yearLength)) : std::nullopt;
+  const auto month = part(1), day = part(4), hour = part(7), minute = part(10), second = part(13);
+  if (!year || !month || !day || !hour || !minute || !second)
+    throw PropertyListFault{quoted(text) + " is not a date of the form 2027-03-01T00:00:00Z"};
+  const std::chrono::year_month_day civil{std::chrono::year{static_cast<int>(*year)}, std::chrono::month{*month},
+                                          std::chrono::day{*day}};
+  if (*year == 0 || !civil.ok() || *hour > 23 || *minute > 59 || *second > 59)
+    throw PropertyListFault{fmt::format("there is no such date as {}", quoted(text))};
+  return std::chrono::sys_days{civil} + std::chrono::hours{*hour} + std::chrono::minutes{*minute} +
+         std::chrono::seconds{*second};
+}
+
+std::vector<std::uint8_t> dataOfBase64(std::string_view text) {
+  std::vector<std::uint8_t> bytes;
+  bytes.reserve(text.size() / 4 * 3 + 3);
+  std::uint32_t group = 0;
+  std::size_t taken = 0, padded = 0;
+  for (const char character : text) {
+    const std::uint8_t value = base64Values[byteOf(character)];
+    if (value == blank) continue;
+    if (value == foreign || (value != padding && padded > 0)) throw PropertyListFault{"the data is not base64"};
+    padded += value == padding ? 1 : 0;
+    group = group << 6 | (value & 0x3FU);
+    if (++taken % 4 != 0) continue;
+    for (std::size_t i = 0; padded <= 2 && i < 3 - padded; ++i)
+      bytes.push_back(static_cast<std::uint8_t>(group >> (16 - 8 * i)));
+  }
+  if (taken % 4 != 0 || padded > 2) throw PropertyListFault{"the base64 data is cut short"};
+  return bytes;
+}
+
+void appendInteger(std::string& to, std::int64_t number) {
+  std::array<char, 24> buffer;
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+  to.append(buffer.data(), end);
+}
+
+void appendReal(std::string& to, double number) {
+  if (std::isnan(number)) {
+    to += "nan";
+  } else if (std::isinf(number)) {
+    to += number < 0 ? "-inf" : "inf";
+  } else {
+    std::array<char, 32> buffer;
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+    to.append(buffer.data(), end);
+  }
+}
+
+void appendDate(std::string& to, Date date) {
+  const auto second =
+      std::chrono::floor<std::chrono::seconds>(std::clamp(date, earliestWrittenDate, latestWrittenDate));
+  const auto day = std::chrono::floor<std::chrono::days>(second);
+  const std::chrono::year_month_day civil{day};
+  const std::chrono::hh_mm_ss time{second - day};
+  char text[] = "YYYY-MM-DDThh:mm:ssZ";
+  const auto put = [&](std::size_t at, std::size_t width, auto number) {
+    for (std::size_t i = at + width; i-- > at; number /= 10) text[i] = static_cast<char>('0' + number % 10);
+  };
+  put(0, 4, static_cast<int>(civil.year()));
+  put(5, 2, static_cast<unsigned>(civil.month()));
+  put(8, 2, static_cast<unsigned>(civil.day()));
+  put(11, 2, time.hours().count());
+  put(14, 2, time.minutes().count());
+  put(17, 2, time.seconds().count());
+  to.append(text, sizeof text - 1);
+}
+
+void appendBase64(std::string& to, const std::vector<std::uint8_t>& bytes, int depth) {
+  constexpr std::size_t bytesPerLine = 76 / 4 * 3;
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    if (i % bytesPerLine == 0) to.append(static_cast<std::size_t>(depth), '\t');
+    const std::size_t here = std::min<std::size_t>(3, bytes.size() - i);
+    std::uint32_t group = 0;
+    for (std::size_t k = 0; k < 3; ++k) group = group << 8 | (k < here ? bytes[i + k] : 0U);
+    for (std::size_t k = 0; k < 4; ++k) to.push_back(k <= here ? base64Digits[group >> (18 - 6 * k) & 0x3FU] : '=');
+    if ((i + 3) % bytesPerLine == 0 || i + 3 >= bytes.size()) to.push_back('\n');
+  }
+}
+
+}  // namespace tallyvane

@@ -1,0 +1,147 @@
+#include <array>
+#include <string>
+#include <variant>
+
+#include "foundation/PropertyList.h"
+#include "foundation/PropertyListCharacters.h"
+#include "foundation/PropertyListScalars.h"
+
+namespace tallyvane {
+namespace {
+
+constexpr std::string_view opening =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+    "<plist version=\"1.0\">\n";
+constexpr std::string_view closing = "</plist>\n";
+
+/// What stands in a text as it is: all of ASCII but markup and control characters. A carriage return would come back
+/// as a line feed, so it is written as a reference.
+constexpr std::array<bool, 256> plainCharacters = [] {
+  std::array<bool, 256> plain{};
+  for (std::size_t code = 0x20; code < 0x80; ++code) plain[code] = true;
+  plain['\t'] = plain['\n'] = true;
+  plain['<'] = plain['>'] = plain['&'] = false;
+  return plain;
+}();
+
+class Writer {
+ public:
+  explicit Writer(std::string& out) : out_(out) {}
+
+  void write(const Value& value, int depth) {
+    indent(depth);
+    std::visit([&](const auto& content) { element(content, depth); }, value.storage());
+    out_ += '\n';
+  }
+
+ private:
+  void indent(int depth) { out_.append(static_cast<std::size_t>(depth), '\t'); }
+
+  void element(bool boolean, int) { out_ += boolean ? "<true/>" : "<false/>"; }
+
+  void element(std::int64_t number, int) {
+    out_ += "<integer>";
+    appendInteger(out_, number);
+    out_ += "</integer>";
+  }
+
+  void element(double number, int) {
+    out_ += "<real>";
+    appendReal(out_, number);
+    out_ += "</real>";
+  }
+
+  void element(const std::string& content, int) {
+    out_ += "<string>";
+    text(content);
+    out_ += "</string>";
+  }
+
+  void element(Date date, int) {
+    out_ += "<date>";
+    appendDate(out_, date);
+    out_ += "</date>";
+  }
+
+  void element(const Data& data, int depth) {
+    out_ += "<data>\n";
+    appendBase64(out_, data.bytes, depth);
+    indent(depth);
+    out_ += "</data>";
+  }
+
+  void element(const Array& array, int depth) {
+    if (array.empty()) {
+      out_ += "<array/>";
+      return;
+    }
+    out_ += "<array>\n";
+    for (const Value& value : array) write(value, depth + 1);
+    indent(depth);
+    out_ += "</array>";
+  }
+
+  void element(const Dictionary& dictionary, int depth) {
+    if (dictionary.empty()) {
+      out_ += "<dict/>";
+      return;
+    }
+    out_ += "<dict>\n";
+    for (const auto& [key, value] : dictionary) {
+      indent(depth + 1);
+      out_ += "<key>";
+      text(key);
+      out_ += "</key>\n";
+      write(value, depth + 1);
+    }
+    indent(depth);
+    out_ += "</dict>";
+  }
+
+  void text(std::string_view content) {
+    const char* const end = content.data() + content.size();
+    const char* run = content.data();  // what is not written yet
+    for (const char* at = run; at != end;) {
+      const char character = *at;
+      std::size_t length = plainCharacters[byteOf(character)] ? 1 : 0;
+      if (byteOf(character) >= 0x80) length = multiByteLength(at, end);
+      if (length == 0) {
+        out_.append(run, at);
+        out_ += escape(character);
+        run = at + 1;
+        length = 1;
+      }
+      at += length;
+    }
+    out_.append(run, end);
+  }
+
+  static std::string_view escape(char character) {
+    switch (character) {
+      case '<':
+        return "&lt;";
+      case '>':
+        return "&gt;";
+      case '&':
+        return "&amp;";
+      case '\r':
+        return "&#13;";
+      default:
+        return replacementCharacter;
+    }
+  }
+
+  std::string& out_;
+};
+
+}  // namespace
+
+std::string writePropertyList(const Value& value) {
+  std::string out(opening);
+  Writer(out).write(value, 0);
+  out += closing;
+  return out;
+}
+
+}  // namespace tallyvane
