@@ -49,7 +49,7 @@ class Calendar {
   [[nodiscard]] Date startOfDay(CivilDay day) const;
   [[nodiscard]] Date startOfDay(Date date) const { return startOfDay(civilDay(date)); }
   /// That hour and minute of that day on the wall; a skipped wall time is read with the offset before the clock change,
-  /// a repeated one is the second of the two (both as ICU's calendar has it).
+  /// a repeated one is the second of the two (both as ICU's calendar has it). Midnight is startOfDay.
   [[nodiscard]] Date wallTime(CivilDay day, int hour, int minute) const;
   /// 1 Sunday … 7 Saturday.
   [[nodiscard]] int weekday(Date date) const;
@@ -58,7 +58,8 @@ class Calendar {
   /// Midnight of a year, month and day of the user's own calendar system and its current era; months and days beyond
   /// their range run on.
   [[nodiscard]] Date date(int year, int month, int day) const;
-  /// Both leave the wall time as it is; the first steps in the user's calendar system, the second in the Gregorian one.
+  /// Both leave the wall time as it is (midnight stays startOfDay); the first steps in the user's calendar system, the
+  /// second in the Gregorian one.
   [[nodiscard]] Date adding(Date date, DateSteps steps) const;
   [[nodiscard]] Date addingGregorian(Date date, DateSteps steps) const;
 
