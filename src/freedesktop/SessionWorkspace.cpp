@@ -1,0 +1,96 @@
+#include "freedesktop/SessionWorkspace.h"
+
+#include <sdbus-c++/sdbus-c++.h>
+
+#include <map>
+#include <optional>
+
+#include "freedesktop/Spawn.h"
+#include "freedesktop/Terminal.h"
+
+namespace tallyvane {
+
+namespace {
+
+/// The scheme in lower case; nothing when the text does not begin with one.
+std::optional<std::string> schemeOf(std::string_view url) {
+  const std::size_t colon = url.find(':');
+  if (colon == std::string_view::npos || colon == 0) return std::nullopt;
+  std::string scheme(url.substr(0, colon));
+  for (char& c : scheme) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    const bool letter = c >= 'a' && c <= 'z';
+    const bool other = (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
+    if (!letter && (&c == scheme.data() || !other)) return std::nullopt;
+  }
+  return scheme;
+}
+
+std::string secondsText(std::chrono::milliseconds limit) {
+  const auto whole = limit.count();
+  return whole % 1000 == 0 ? std::to_string(whole / 1000) + " s" : std::to_string(whole) + " ms";
+}
+
+Error callFailure(const std::string& name, const sdbus::Error& error, std::chrono::milliseconds limit) {
+  const std::string& kind = error.getName();
+  const bool late = kind == "org.freedesktop.DBus.Error.NoReply" || kind == "org.freedesktop.DBus.Error.Timeout" ||
+                    kind == "System.Error.ETIMEDOUT";
+  if (late) return Error{name + " did not answer within " + secondsText(limit)};
+  return Error{name + " could not be reached: " + error.getMessage()};
+}
+
+}  // namespace
+
+std::vector<std::string> SessionWorkspace::runningApplications() {
+  std::vector<std::string> names;
+  const auto connection = bus_.connection();
+  if (!connection) {
+    log_.diagnostic("Nothing counts as running: " + connection.error());
+    return names;
+  }
+  try {
+    auto daemon = sdbus::createProxy(**connection, "org.freedesktop.DBus", "/org/freedesktop/DBus");
+    daemon->callMethod("ListNames").onInterface("org.freedesktop.DBus").storeResultsTo(names);
+  } catch (const sdbus::Error& error) {
+    log_.diagnostic("Nothing counts as running: " + callFailure("the session bus", error, bus_.replyLimit()).text);
+    names.clear();
+  }
+  std::erase_if(names, [](const std::string& name) { return name.starts_with(':'); });
+  return names;
+}
+
+Result<> SessionWorkspace::openUrl(const std::string& url) {
+  const std::optional<std::string> scheme = schemeOf(url);
+  if (!scheme) return Error{"'" + url + "' is not a URL"};
+  const auto entry = DesktopEntries(files_, environment_).handlerOfScheme(*scheme);
+  if (!entry) return Error{"no installed application opens " + *scheme + " URLs"};
+  return entry->dbusActivatable ? activate(*entry, url) : run(*entry, url);
+}
+
+/// The call itself starts an application that is not running: the bus knows how, and holds the call until it is up.
+Result<> SessionWorkspace::activate(const DesktopEntry& entry, const std::string& url) {
+  const auto connection = bus_.connection();
+  if (!connection) return Error{connection.error()};
+  const ApplicationAddress address = applicationAddress(entry.id);
+  try {
+    auto application = sdbus::createProxy(**connection, address.name, address.objectPath);
+    application->callMethod("Open")
+        .onInterface("org.freedesktop.Application")
+        .withArguments(std::vector<std::string>{url}, std::map<std::string, sdbus::Variant>{});
+    return {};
+  } catch (const sdbus::Error& error) {
+    return callFailure(address.name, error, bus_.replyLimit());
+  }
+}
+
+Result<> SessionWorkspace::run(const DesktopEntry& entry, const std::string& url) {
+  auto command = commandForUrl(entry, url);
+  if (command && entry.terminal) command = inTerminal(environment_, *command);
+  if (!command) return Error{entry.path + ": " + command.error()};
+  const auto program = programPath(environment_, command->front());
+  if (!program) return Error{entry.path + ": there is no program '" + command->front() + "'"};
+  command->front() = *program;
+  return spawnDetached(*command);
+}
+
+}  // namespace tallyvane
