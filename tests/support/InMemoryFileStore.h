@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <ostream>
 #include <set>
 #include <string>
 #include <string_view>
@@ -9,6 +10,14 @@
 
 #include "foundation/PropertyList.h"
 #include "platform/FileStore.h"
+
+namespace tallyvane {
+
+// What a failing comparison shows.
+inline void PrintTo(const Value& value, std::ostream* out) { *out << writePropertyList(value); }
+inline void PrintTo(const Dictionary& dictionary, std::ostream* out) { *out << writePropertyList(dictionary); }
+
+}  // namespace tallyvane
 
 namespace tallyvane::testing {
 
