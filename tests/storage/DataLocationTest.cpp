@@ -1,0 +1,94 @@
+#include <gtest/gtest.h>
+
+#include "storage/QMBillsLoader.h"
+#include "support/Bills.h"
+
+namespace tallyvane::testing {
+namespace {
+
+Data bytes(const std::string& text) { return Data{{text.begin(), text.end()}}; }
+
+TEST(DataLocation, TheDefaultFolderIsMadeAndASetterNeverChangesIt) {
+  FakeDesktop desktop;
+  QMBillsLoader loader{desktop.platform};
+  loader.setTallyvaneDirectory("/elsewhere");
+  EXPECT_EQ(loader.tallyvaneDirectory(), dataFolder);
+  EXPECT_TRUE(desktop.files.isFolder(dataFolder));
+  EXPECT_EQ(loader.tallyvaneDropboxFolder(), "");
+  EXPECT_EQ(loader.tallyvaneBackupPath(), "/home/ada/.local/share/Tallyvane");
+  EXPECT_EQ(loader.tallyvaneBackupPathPhone(), "/home/ada/.local/share/com.Quillmoor.Tallyvane-Touch");
+  EXPECT_TRUE(desktop.files.isFolder("/home/ada/.local/share/com.Quillmoor.Tallyvane-Touch"));
+}
+
+TEST(DataLocation, ACustomLocationFollowsItsMisspelledCacheAndItsBookmark) {
+  struct Case {
+    std::optional<std::string> cache;
+    std::string bookmark;
+    bool dropbox;
+    std::optional<std::string> path;
+    std::optional<Value> cacheAfterwards;
+    int resolved;
+  };
+  const Case cases[] = {
+      {"/Volumes/X/Tallyvane.tvdata", "/Users/a", false, "/Volumes/X/Tallyvane.tvdata", "/Volumes/X/Tallyvane.tvdata",
+       0},
+      {std::nullopt, "/Users/a", false, std::nullopt, std::nullopt, 0},
+      {"", "/Users/a/Dropbox", true, "/Users/a/Dropbox/Apps/Tallyvane/Tallyvane.tvdata",
+       "/Users/a/Dropbox/Apps/Tallyvane/Tallyvane.tvdata", 1},
+      {"", "/Users/a", false, "/Users/a/Tallyvane.tvdata", "/Users/a/Tallyvane.tvdata", 1},
+      {"", "/Users/a/Tallyvane.tvdata", false, std::nullopt, std::nullopt, 1},
+      {"", "/Users/a/Tallyvane.tvdata", true, "/Users/a/Tallyvane.tvdata/Apps/Tallyvane/Tallyvane.tvdata",
+       "/Users/a/Tallyvane.tvdata/Apps/Tallyvane/Tallyvane.tvdata", 1},
+      {"", "not a bookmark", true, std::nullopt, std::nullopt, 1},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.bookmark + " cached as " + c.cache.value_or("nothing"));
+    FakeDesktop desktop;
+    desktop.defaults.content.set("QMCustomLocationEnabled", true);
+    desktop.defaults.content.set("QMCustomLocationBookmark", bytes(c.bookmark));
+    desktop.defaults.content.set("QMDropboxSyncEnabled", c.dropbox);
+    if (c.cache) desktop.defaults.content.set("QMCusomLocationTempPath", *c.cache);
+    EXPECT_EQ(QMBillsLoader{desktop.platform}.tallyvaneDirectory(), c.path);
+    EXPECT_EQ(desktop.defaults.object("QMCusomLocationTempPath"), c.cacheAfterwards);
+    EXPECT_EQ(desktop.bookmarks.resolved, c.resolved);
+    EXPECT_TRUE(desktop.files.content.empty());
+    if (c.path) {
+      EXPECT_FALSE(desktop.files.exists(*c.path)) << "only the default folder is made";
+    }
+  }
+}
+
+TEST(DataLocation, TheChosenFolderIsToldAndLogged) {
+  FakeDesktop desktop;
+  desktop.defaults.content.set("QMCustomLocationEnabled", true);
+  desktop.defaults.content.set("QMCustomLocationBookmark", bytes("/Users/a/My Drop"));
+  EXPECT_EQ(QMBillsLoader{desktop.platform}.tallyvaneDropboxFolder(), "/Users/a/My Drop");
+  EXPECT_EQ(desktop.log.lines,
+            (std::vector<std::string>{"Resolving Bookmark", "Final URL: file:///Users/a/My%20Drop/"}));
+  EXPECT_TRUE(desktop.bookmarks.accessed.empty());
+}
+
+TEST(DataLocation, WithoutAPathNothingIsReadAndNoFileLandsElsewhere) {
+  FakeDesktop desktop;
+  desktop.defaults.content.set("QMCustomLocationEnabled", true);
+  billObject(desktop.platform, "A1", "Rent", daysFromToday(1)).writeBill(false);
+  QMBill{desktop.platform}.archiveBillWithBid("A1");
+  QMBillsLoader loader{desktop.platform};
+  loader.saveListOfTagsWithTags({"x"});
+  EXPECT_TRUE(desktop.files.content.empty());
+  EXPECT_EQ(loader.getListOfBills("ActiveBills"), std::nullopt);
+  EXPECT_TRUE(loader.loadBills().empty());
+  EXPECT_EQ(desktop.log.lines[0], "Wrote File = 0");
+}
+
+TEST(DataLocation, AnIdentifierThatLeadsOutOfTheFolderIsNeitherReadNorWritten) {
+  FakeDesktop desktop;
+  desktop.files.putPlist("/home/ada/.local/share/Tallyvane/x.plist", Dictionary{{"Name", "outside"}});
+  const auto before = desktop.files.content;
+  QMBill{desktop.platform}.rewriteSpecificBill(bill("../x", "Rent", daysFromToday(0)));
+  EXPECT_EQ(QMBillsLoader{desktop.platform}.loadBillWithID("../x"), std::nullopt);
+  EXPECT_EQ(desktop.files.content, before);
+}
+
+}  // namespace
+}  // namespace tallyvane::testing

@@ -1,0 +1,53 @@
+#include <gtest/gtest.h>
+
+#include "storage/QMBillsLoader.h"
+#include "support/Bills.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using Tags = std::vector<std::string>;
+
+TEST(TagList, MergingKeepsTheSortedOldTagsAndAppendsTheNew) {
+  struct Case {
+    Array stored;
+    Tags saved;
+    Array result;
+  };
+  const Case cases[] = {
+      {{"b", "A"}, {"c", "a"}, {"A", "b", "c", "a"}},
+      {{}, {"x", "x"}, {"x", "x"}},
+      {{"Été", "eta", "Zoo"}, {"zoo", "Zoo"}, {"eta", "Été", "Zoo", "zoo"}},
+  };
+  for (const Case& c : cases) {
+    FakeDesktop desktop;
+    desktop.defaults.content.set("iCloudSyncEnabled", true);
+    desktop.files.putPlist(inDataFolder("tagindex.plist"), c.stored);
+    QMBillsLoader{desktop.platform}.saveListOfTagsWithTags(c.saved);
+    EXPECT_EQ(desktop.files.plist(inDataFolder("tagindex.plist")), Value(c.result));
+    EXPECT_EQ(desktop.cloud.object("tagindex"), Value(c.result));
+  }
+}
+
+TEST(TagList, IsSortedWithoutCaseWhenRead) {
+  FakeDesktop desktop;
+  QMBillsLoader loader{desktop.platform};
+  EXPECT_EQ(loader.getListOfTags(), std::nullopt);
+  desktop.files.putPlist(inDataFolder("tagindex.plist"), Array{"beta", "Alpha", "gamma"});
+  EXPECT_EQ(loader.getListOfTags(), (Tags{"Alpha", "beta", "gamma"}));
+}
+
+TEST(TagList, OverwritingMirrorsAnEmptyListTooButOneFromTheCloudIsNotSentBack) {
+  FakeDesktop desktop;
+  desktop.defaults.content.set("iCloudSyncEnabled", true);
+  QMBillsLoader loader{desktop.platform};
+  loader.updateListOfTagsFromiCloudWithTags({"z", "a"});
+  EXPECT_EQ(desktop.files.plist(inDataFolder("tagindex.plist")), Value(Array{"z", "a"}));
+  EXPECT_TRUE(desktop.cloud.content.empty());
+  loader.overwriteListOfTagsWithTags({});
+  EXPECT_EQ(desktop.files.plist(inDataFolder("tagindex.plist")), Value(Array()));
+  EXPECT_EQ(desktop.cloud.object("tagindex"), Value(Array()));
+}
+
+}  // namespace
+}  // namespace tallyvane::testing
