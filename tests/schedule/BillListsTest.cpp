@@ -1,0 +1,187 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "storage/QMBillsLoader.h"
+#include "support/Bills.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+const Date saturday = noon(2027, 3, 13);
+
+TEST(BillLists, ListAGroupInIndexOrderAndFilterByExactTag) {
+  FakeDesktop desktop;
+  putActiveBills(desktop, {bill("A", "Late", daysFromToday(90)),
+                           with(bill("B", "Tagged", daysFromToday(1)), "Tags", Array{"home", "Car"}),
+                           bill("C", "Soon", daysFromToday(-2))});
+  desktop.files.putPlist(inDataFolder("D.plist"), bill("D", "Archived", daysFromToday(1)));
+  QMBillsLoader loader{desktop.platform};
+  EXPECT_THAT(column(loader.loadBillsInGroupWithTag("ActiveBills", "")), ElementsAre("Late", "Tagged", "Soon"));
+  EXPECT_THAT(column(loader.loadBillsInGroupWithTag("ActiveBills", "Home")), ElementsAre("Late", "Soon"));
+  EXPECT_THAT(loader.loadBillsInGroupWithTag("ArchivedBills", ""), IsEmpty());
+  EXPECT_THAT(loader.loadBillsInGroupWithTag("NoSuchGroup", ""), IsEmpty());
+}
+
+TEST(BillLists, ARowCarriesItsComputedKeys) {
+  FakeDesktop desktop;
+  desktop.defaults.content.set("QMAvoidWeekends", 2);
+  putActiveBills(desktop, {bill("A", "Rent", saturday)});
+  const Dictionary row = QMBillsLoader{desktop.platform}.loadBills().at(0);
+  Dictionary expected = bill("A", "Rent", saturday);
+  expected.set("DateWasModified", false);
+  expected.set("HumanRepeat", "Every month");
+  expected.set("HumanDueDate", "Due in 3 days");
+  expected.set("SortableDueDate", 3 * 86400);
+  expected.set("DueIcon", "green5.png");
+  expected.set("DueString", "Sat, Mar 13, 2027");
+  EXPECT_EQ(row, expected);
+  EXPECT_THAT(desktop.log.lines, ElementsAre("Running Overview Update"));
+}
+
+TEST(BillLists, WeekendDatesMoveAsTheSettingSaysAndToFridayWhenItIsAbsent) {
+  struct Case {
+    std::optional<int> setting;
+    Date shown;
+    bool modified;
+  };
+  for (const Case& c : {Case{1, noon(2027, 3, 15) - std::chrono::hours{1}, true}, Case{0, noon(2027, 3, 12), true},
+                        Case{std::nullopt, noon(2027, 3, 12), true}, Case{2, saturday, false}}) {
+    FakeDesktop desktop;
+    if (c.setting) desktop.defaults.content.set("QMAvoidWeekends", *c.setting);
+    putActiveBills(desktop, {bill("A", "Rent", saturday)});
+    const Dictionary row = QMBillsLoader{desktop.platform}.loadBills().at(0);
+    EXPECT_EQ(row.valueOr("DueDate", distantPast), c.shown);
+    EXPECT_EQ(row.valueOr("DateWasModified", !c.modified), c.modified);
+    EXPECT_TRUE(desktop.files.saved.empty()) << "the shifted date is never stored";
+  }
+}
+
+TEST(BillLists, AutomaticBillsAreHiddenOnRequest) {
+  FakeDesktop desktop;
+  putActiveBills(desktop,
+                 {with(bill("A", "Auto", daysFromToday(0)), "PayType", 1), bill("B", "By hand", daysFromToday(0))});
+  EXPECT_THAT(column(QMBillsLoader{desktop.platform}.loadBills(), "DueIcon"), ElementsAre("blue5.png", "yellow5.png"));
+  desktop.defaults.content.set("QMHideAutoMaticBillsInOverview", true);
+  EXPECT_THAT(column(QMBillsLoader{desktop.platform}.loadBills()), ElementsAre("By hand"));
+}
+
+TEST(BillLists, OneBadFileLeavesTheOthersAndItselfAsTheyAre) {
+  struct Case {
+    const char* content;
+    bool listed;
+  };
+  const Case cases[] = {
+      {"", false},
+      {"<plist version=\"1.0\"><dict><key>Name", false},
+      {"<plist version=\"1.0\"><array/></plist>", false},
+      {"\xFF\xFE rubbish", false},
+      {"<plist version=\"1.0\"><dict><key>Name</key><integer>7</integer><key>Repeat</key><string>x</string>"
+       "<key>Tags</key><true/><key>DueDate</key><string>soon</string><key>PayType</key><dict/></dict></plist>",
+       true}};
+  for (const Case& c : cases) {
+    FakeDesktop desktop;
+    putActiveBills(desktop, {bill("A", "First", daysFromToday(1)), bill("B", "Second", daysFromToday(2))});
+    desktop.files.content[inDataFolder("A.plist")] = c.content;
+    const auto rows = QMBillsLoader{desktop.platform}.loadBills();
+    EXPECT_EQ(rows.size(), c.listed ? 2U : 1U) << c.content;
+    EXPECT_EQ(column(rows).back(), "Second");
+    EXPECT_EQ(desktop.files.content[inDataFolder("A.plist")], c.content);
+    if (!c.listed) {
+      EXPECT_THAT(desktop.log.diagnostics, Contains(HasSubstr("A.plist")));
+    }
+  }
+}
+
+TEST(BillLists, ABillWithoutDueDateIsListedWithEmptyTextsAndStandsInNoSection) {
+  FakeDesktop desktop;
+  desktop.defaults.content.set("QMDueSoonDays", 7);
+  putActiveBills(desktop, {without(bill("A", "Dateless", daysFromToday(1)), "DueDate"),
+                           with(bill("B", "Ruleless", daysFromToday(1)), "Repeat", Array{1, 9})});
+  QMBillsLoader loader{desktop.platform};
+  const auto rows = loader.loadBills();
+  EXPECT_THAT(column(rows, "HumanDueDate"), ElementsAre("", "Due in 1 day"));
+  EXPECT_THAT(column(rows, "DueString"), ElementsAre("", "Thu, Mar 11, 2027"));
+  EXPECT_THAT(column(rows, "HumanRepeat"), ElementsAre("Every month", ""));
+  EXPECT_THAT(loader.rowsPerSectionForData(rows), ElementsAre(0, 1, 0));
+  EXPECT_THAT(column(loader.loadBillsForExtension()), ElementsAre("Ruleless"));
+  EXPECT_EQ(loader.getBillsDueSoonForExtensionWithBills(rows), 1);
+}
+
+TEST(BillLists, SectionsAreCountedByDayAndTitledInOrder) {
+  struct Case {
+    std::vector<int> dueIn;
+    std::vector<std::int32_t> counts;
+    Array perSection;
+    std::vector<std::string> titles;
+  };
+  const Case cases[] = {
+      {{-1, -9, 8, 9, 30, 60, 10001}, {2, 0, 5}, {2, 5}, {"Overdue", "Due Later", "Due Later"}},
+      {{0, 7}, {0, 2, 0}, {2}, {"Due Soon", "", "Due Later"}},
+      {{-1, 0, 8}, {1, 1, 1}, {1, 1, 1}, {"Overdue", "Due Soon", "Due Later"}},
+      {{}, {0, 0, 0}, {}, {"", "", "Due Later"}},
+  };
+  for (const Case& c : cases) {
+    FakeDesktop desktop;
+    desktop.region.timeZone = "UTC";  // every day has 24 hours
+    desktop.defaults.content.set("QMDueSoonDays", 7);
+    std::vector<Dictionary> rows;
+    for (const int days : c.dueIn) rows.push_back(bill("A", "Rent", daysFromToday(days)));
+    const QMBillsLoader loader{desktop.platform};
+    const Dictionary details = loader.dataSourceDetailsForDataSource(rows);
+    EXPECT_EQ(details, (Dictionary{{"RowsInOverdue", c.counts[0]},
+                                   {"RowsInDueSoon", c.counts[1]},
+                                   {"RowsInDueLater", c.counts[2]},
+                                   {"OverdueSectionExists", c.counts[0] > 0},
+                                   {"DueSoonSectionExists", c.counts[1] > 0},
+                                   {"DueLaterSectionExists", c.counts[2] > 0},
+                                   {"TotalSections", c.perSection.size()},
+                                   {"RowsPerSection", c.perSection},
+                                   {"Section1", c.titles[0]},
+                                   {"Section2", c.titles[1]},
+                                   {"Section3", c.titles[2]}}));
+    EXPECT_THAT(desktop.log.lines, ElementsAre("Bills: " + std::to_string(rows.size())));
+    EXPECT_EQ(loader.sectionCountForData(rows), 3);
+  }
+}
+
+TEST(BillLists, AnAmountBelowOneCountsAsNone) {
+  FakeDesktop desktop;
+  struct Case {
+    Dictionary bill;
+    Value estimate;
+  };
+  const Case cases[] = {{{{"Amount", 0.75}, {"Average", 42}}, 42},
+                        {{{"Amount", 1.25}, {"Average", 42}}, 1.25},
+                        {{{"Amount", -3.5}, {"Average", 42}}, -3.5},
+                        {{{"Average", 0.0}}, 0.0},
+                        {{}, 0}};
+  for (const Case& c : cases)
+    EXPECT_EQ(QMBillsLoader{desktop.platform}.getEstimatedAmountDueForBill(c.bill), c.estimate);
+}
+
+TEST(BillLists, LookUpRangesAndIcons) {
+  FakeDesktop desktop;
+  const QMBillsLoader loader{desktop.platform};
+  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(0), 5);
+  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(1), 14);
+  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(2), 30);
+  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(3), 10000);
+  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(static_cast<std::uint64_t>(-1)), 10000);
+  EXPECT_EQ(loader.getIndexForIcon("bill_medical.png"), 5);
+  EXPECT_EQ(loader.getIndexForIcon("bill_rental.png"), 0);
+  EXPECT_EQ(iconCatalogue().size(), 31U);
+  const auto furniture = loader.getTitleForIcon("32x32-Furtinure");
+  ASSERT_TRUE(furniture);
+  EXPECT_EQ(furniture->index, 19);
+  EXPECT_EQ(furniture->title, "Furniture");
+  EXPECT_EQ(loader.getTitleForIcon("32x32-Credticard-B")->title, "Credit Card - Other");
+  EXPECT_FALSE(loader.getTitleForIcon("32x32-Furniture"));
+}
+
+}  // namespace
+}  // namespace tallyvane::testing

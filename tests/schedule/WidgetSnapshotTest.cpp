@@ -1,0 +1,99 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "storage/QMBillsLoader.h"
+#include "support/Bills.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(WidgetSnapshot, KeepsEveryRowSortedAndIsReadWithFreshTexts) {
+  FakeDesktop desktop;
+  desktop.region.timeZone = "UTC";
+  desktop.defaults.content.set("QMDueSoonDays", 7);
+  desktop.defaults.content.set("QMAvoidWeekends", 2);
+  putActiveBills(desktop,
+                 {bill("A", "Later", daysFromToday(20)), bill("B", "Today", daysFromToday(0)),
+                  bill("C", "Overdue", daysFromToday(-4)), with(bill("D", "Auto", daysFromToday(0)), "PayType", 1)});
+  QMBillsLoader loader{desktop.platform};
+  EXPECT_THAT(column(loader.loadBills()), ElementsAre("Later", "Today", "Overdue", "Auto"));
+  const auto stored = desktop.groupDefaults.content.get<Array>("ActiveBills");
+  ASSERT_NE(stored, nullptr);
+  EXPECT_EQ(*stored->front().get<Dictionary>()->get<std::string>("Name"), "Overdue");
+  EXPECT_EQ(stored->size(), 4U);
+  EXPECT_EQ(desktop.groupDefaults.object("QMDueSoonDays"), Value(7));
+  EXPECT_GT(desktop.groupDefaults.synchronized, 0);
+
+  desktop.clock.moment += std::chrono::days{13};
+  desktop.files.content.clear();
+  desktop.files.reads = 0;
+  const auto rows = loader.loadBillsForExtension();
+  EXPECT_THAT(column(rows), ElementsAre("Overdue", "Today", "Later"));
+  EXPECT_THAT(column(rows, "HumanDueDate"), ElementsAre("Overdue by 17 days", "Overdue by 13 days", "Due in 1 week"));
+  EXPECT_EQ(desktop.files.reads, 0);
+}
+
+TEST(WidgetSnapshot, AnyListBuildReplacesIt) {
+  FakeDesktop desktop;
+  putActiveBills(desktop, {bill("A", "Rent", daysFromToday(0))});
+  QMBillsLoader loader{desktop.platform};
+  (void)loader.loadBills();
+  (void)loader.loadBillsInGroupWithTag("ArchivedBills", "");
+  EXPECT_EQ(desktop.groupDefaults.object("ActiveBills"), Value(Array()));
+}
+
+TEST(WidgetSnapshot, TheHorizonIsSevenDaysWhereTheGroupHasNone) {
+  FakeDesktop desktop;
+  desktop.region.timeZone = "UTC";
+  desktop.groupDefaults.content.set("ActiveBills",
+                                    Array{bill("A", "In 7", daysFromToday(7)), bill("B", "In 8", daysFromToday(8))});
+  EXPECT_THAT(column(QMBillsLoader{desktop.platform}.loadBillsForExtension()), ElementsAre("In 7"));
+}
+
+TEST(WidgetSnapshot, ReadingLogsItsFixedLinesInOrder) {
+  FakeDesktop desktop;
+  desktop.groupDefaults.content.set("ActiveBills", Array{bill("A", "Rent", daysFromToday(0))});
+  (void)QMBillsLoader{desktop.platform}.loadBillsForExtension();
+  EXPECT_THAT(desktop.log.lines, ElementsAre("Bills.count 1", "OK1", "Due Date 2027-03-10 17:00:00 +0000", "OK2",
+                                             "Due Icon yellow5.png", "OK3", "OK4"));
+}
+
+TEST(WidgetSnapshot, CountsRowsThatNeedAttentionByTheirIcon) {
+  FakeDesktop desktop;
+  std::vector<Dictionary> rows;
+  for (const char* icon : {"red5.png", "yellow5.png", "green5.png", "blue5.png"}) rows.push_back({{"DueIcon", icon}});
+  rows.emplace_back();
+  EXPECT_EQ(QMBillsLoader{desktop.platform}.getBillsDueSoonForExtensionWithBills(rows), 2);
+}
+
+TEST(WidgetSnapshot, TheNextBillIsToldWhileAnyNeedsAttention) {
+  FakeDesktop desktop;
+  desktop.groupDefaults.content.set("NextBill", bill("A", "Rent", daysFromToday(5)));
+  QMBillsLoader loader{desktop.platform};
+  for (const int count : {0, -1}) {
+    desktop.groupDefaults.content.set("NumberOfBillsDueSoon", count);
+    EXPECT_EQ(loader.loadDataForExtension(), std::nullopt);
+  }
+  desktop.groupDefaults.content.set("NumberOfBillsDueSoon", 1);
+  desktop.groupDefaults.content.set("QMDueSoonDays", 30);
+  const auto next = loader.loadDataForExtension();
+  ASSERT_TRUE(next);
+  EXPECT_EQ(next->valueOr("DueIcon", std::string()), "green5.png") << "by the user's own horizon, here 0";
+  EXPECT_EQ(next->size(), 19U + 5U);
+}
+
+TEST(WidgetSnapshot, WithoutAGroupContainerThereIsNone) {
+  FakeDesktop desktop;
+  desktop.platform.groupDefaults = nullptr;
+  putActiveBills(desktop, {bill("A", "Rent", daysFromToday(0))});
+  QMBillsLoader loader{desktop.platform};
+  EXPECT_EQ(loader.loadBills().size(), 1U);
+  EXPECT_THAT(loader.loadBillsForExtension(), IsEmpty());
+  EXPECT_EQ(loader.loadDataForExtension(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tallyvane::testing
