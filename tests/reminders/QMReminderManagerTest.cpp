@@ -1,0 +1,189 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "reminders/QMReminderManager.h"
+#include "support/Bills.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// An instant that reads as this on a clock in New York in winter.
+Date winterTime(int year, unsigned month, unsigned day, int hour, int minute) {
+  return std::chrono::sys_days{std::chrono::year{year} / month / day} + std::chrono::hours{hour + 5} +
+         std::chrono::minutes{minute};
+}
+
+struct Reminders : ::testing::Test {
+  Reminders() {
+    desktop.defaults.content.set("QMCalendarList", Array{"Home", "Bills"});
+    desktop.defaults.content.set("QMReminderCalendarNumber", 1);
+    desktop.defaults.content.set("QMReminderTime", winterTime(2000, 1, 1, 9, 30));
+    desktop.defaults.content.set("QMReminderEvents", true);
+    desktop.defaults.content.set("QMEnableNotificationCenter", true);
+  }
+  static Dictionary reminding(const std::string& bid, const std::string& name, Date due) {
+    return with(bill(bid, name, due), "RemindMe", true);
+  }
+  FakeDesktop desktop;
+};
+
+TEST_F(Reminders, PlaceAnAllDayEventWithOneAlarmAndANotification) {
+  desktop.calendars.defaultAlarms = {{distantPast, "Bell"}};
+  const Date due = daysFromToday(20);
+  QMReminderManager{desktop.platform}.createTallyvaneReminderForBill(reminding("A1", "Rent", due));
+
+  ASSERT_EQ(desktop.calendars.calendarList.size(), 1U);
+  EXPECT_EQ(desktop.calendars.calendarList[0].title, "Bills");
+  EXPECT_EQ(desktop.calendars.calendarList[0].source, "here") << "the first source of the local type";
+  ASSERT_EQ(desktop.calendars.eventList.size(), 1U);
+  const CalendarEvent& event = desktop.calendars.eventList[0];
+  EXPECT_EQ(event.title, "Pay Rent");
+  EXPECT_EQ(event.start, due);
+  EXPECT_EQ(event.end, due);
+  EXPECT_TRUE(event.allDay);
+  ASSERT_EQ(event.alarms.size(), 1U);
+  const Date alarm = winterTime(2027, 3, 27, 8, 30);  // 09:30 in summer time, three days before
+  EXPECT_EQ(event.alarms[0].at, alarm);
+  EXPECT_EQ(event.alarms[0].soundName, "Submarine");
+
+  ASSERT_EQ(desktop.notifications.scheduledList.size(), 1U);
+  const UserNotification& notification = desktop.notifications.scheduledList[0];
+  EXPECT_EQ(notification.title, "Pay Rent");
+  EXPECT_EQ(notification.informativeText, "Bill is due on Tue, Mar 30, 2027");
+  EXPECT_EQ(notification.actionButtonTitle, "View");
+  EXPECT_TRUE(notification.hasActionButton);
+  EXPECT_EQ(notification.userInfo, (Dictionary{{"Bid", "A1"}}));
+  EXPECT_EQ(notification.deliveryDate, alarm);
+  EXPECT_THAT(desktop.log.lines, ElementsAre("Updating Reminder"));
+}
+
+TEST_F(Reminders, RingAtTheChosenTimeOnTheWallDaysBeforeTheDueDay) {
+  struct Case {
+    Value days;
+    std::optional<Value> time;
+    Date due;
+    Date alarm;
+  };
+  const Value halfPastNine = winterTime(2000, 1, 1, 9, 30);
+  const Case cases[] = {
+      {3, halfPastNine, winterTime(2027, 2, 10, 14, 0), winterTime(2027, 2, 7, 9, 30)},
+      {0, halfPastNine, winterTime(2027, 2, 10, 0, 0), winterTime(2027, 2, 10, 9, 30)},
+      {10, std::nullopt, winterTime(2027, 1, 5, 23, 59), winterTime(2026, 12, 26, 9, 0)},
+      {-1, halfPastNine, winterTime(2027, 2, 10, 12, 0), winterTime(2027, 2, 11, 9, 30)},
+      // Half past nine also on the day on which the clocks go forward.
+      {1, halfPastNine, noon(2027, 3, 15), winterTime(2027, 3, 14, 8, 30)},
+      {1, "not a date", winterTime(2027, 2, 10, 12, 0), winterTime(2027, 2, 9, 9, 0)},
+  };
+  for (const Case& c : cases) {
+    if (c.time) desktop.defaults.content.set("QMReminderTime", *c.time);
+    if (!c.time) desktop.defaults.content.erase("QMReminderTime");
+    const Dictionary rent = with(bill("A1", "Rent", c.due), "ReminderDays", c.days);
+    EXPECT_EQ(QMReminderManager{desktop.platform}.calculateAlarmDateWithBill(rent), c.alarm);
+  }
+}
+
+TEST_F(Reminders, ThePassKeepsOneEventPerBillButSchedulesASecondNotification) {
+  QMReminderManager manager{desktop.platform};
+  const std::vector<Dictionary> bills = {reminding("A1", "Rent", daysFromToday(5)),
+                                         bill("B2", "Gym", daysFromToday(5))};
+  manager.createTallyvaneReminderForBill(bills[1]);  // placed while it still wanted reminders
+  manager.checkForNotificationsToAddWithBillList(bills);
+  manager.checkForNotificationsToAddWithBillList(bills);
+  std::vector<std::string> titles;
+  for (const auto& event : desktop.calendars.eventList) titles.push_back(event.title);
+  EXPECT_THAT(titles, ::testing::UnorderedElementsAre("Pay Gym", "Pay Rent"));
+  EXPECT_EQ(desktop.notifications.scheduledList.size(), 3U);
+}
+
+TEST_F(Reminders, RemoveEventsByExactTitleWithinThirteenMonths) {
+  desktop.calendars.calendarList = {{"c1", "Bills", {}}, {"c2", "Home", {}}};
+  const auto add = [&](const std::string& calendar, const std::string& title, Date day) {
+    CalendarEvent event;
+    event.identifier = calendar + title + std::to_string(day.time_since_epoch().count());
+    event.calendar = calendar;
+    event.title = title;
+    event.start = event.end = day;
+    desktop.calendars.eventList.push_back(event);
+  };
+  add("c1", "Pay Rent", noon(2028, 4, 9));
+  add("c1", "Pay Rent", noon(2028, 4, 11));
+  add("c1", "Pay Rent", noon(2026, 2, 11));
+  add("c1", "Pay Rent", noon(2026, 2, 9));
+  add("c1", "Pay Rental", noon(2027, 3, 10));
+  add("c2", "Pay Rent", noon(2027, 3, 10));
+  QMReminderManager{desktop.platform}.removeTallyvaneRemindersForBillName("Rent");
+  std::vector<Date> left;
+  for (const auto& event : desktop.calendars.eventList) left.push_back(event.start);
+  EXPECT_THAT(left, ElementsAre(noon(2028, 4, 11), noon(2026, 2, 9), noon(2027, 3, 10), noon(2027, 3, 10)));
+}
+
+TEST_F(Reminders, RemoveDeliveredAndScheduledNotificationsOfOneBill) {
+  QMReminderManager manager{desktop.platform};
+  manager.createTallyvaneReminderForBill(reminding("A1", "Rent", daysFromToday(5)));
+  manager.createTallyvaneReminderForBill(reminding("B2", "Gym", daysFromToday(5)));
+  desktop.notifications.deliveredList = desktop.notifications.scheduledList;
+  manager.removeNotificationCenterRemindersForBid("A1");
+  ASSERT_EQ(desktop.notifications.scheduledList.size(), 1U);
+  ASSERT_EQ(desktop.notifications.deliveredList.size(), 1U);
+  EXPECT_EQ(desktop.notifications.deliveredList[0].title, "Pay Gym");
+}
+
+TEST_F(Reminders, TheCalendarIsTheChosenOneOfTheUsersList) {
+  struct Case {
+    std::optional<Value> list;
+    Value number;
+    std::optional<std::string> name;
+  };
+  const Case cases[] = {{Array{"Home", "Bills"}, 1, "Bills"},           {Array{"Home", "Bills"}, 5, "Tallyvane"},
+                        {Array{"Home", "Bills"}, -1, "Tallyvane"},      {Array{}, 0, "Tallyvane"},
+                        {Array{"Home"}, std::int64_t{1} << 32, "Home"}, {std::nullopt, 0, std::nullopt}};
+  for (const Case& c : cases) {
+    desktop.defaults.content.erase("QMCalendarList");
+    if (c.list) desktop.defaults.content.set("QMCalendarList", *c.list);
+    desktop.defaults.content.set("QMReminderCalendarNumber", c.number);
+    QMReminderManager manager{desktop.platform};
+    EXPECT_EQ(manager.tallyvaneCalendar(), c.name);
+    desktop.defaults.content.set("QMCalendarList", Array{"Other"});
+    desktop.defaults.content.set("QMReminderCalendarNumber", 0);
+    EXPECT_EQ(manager.tallyvaneCalendar(), c.name.value_or("Other")) << "kept once found";
+  }
+  EXPECT_EQ(QMReminderManager{desktop.platform}.reminderCalendar(), "Reminders");
+}
+
+TEST_F(Reminders, AnUnreadableListOfCalendarsIsLoggedAndCountsAsNotFound) {
+  desktop.calendars.unreadable = true;
+  QMReminderManager{desktop.platform}.removeTallyvaneRemindersForBillName("Rent");
+  EXPECT_THAT(desktop.log.lines, ElementsAre("Calendar error, using default"));
+}
+
+TEST_F(Reminders, FailuresOfTheCalendarAreAbsorbedAndKeptForTheOperator) {
+  desktop.calendars.failing = true;
+  QMReminderManager{desktop.platform}.createTallyvaneReminderForBill(reminding("A1", "Rent", daysFromToday(5)));
+  EXPECT_EQ(desktop.notifications.scheduledList.size(), 1U);
+  EXPECT_THAT(desktop.log.diagnostics, Contains("A calendar event was not saved: no room"));
+  EXPECT_THAT(desktop.log.lines, ElementsAre("Updating Reminder"));
+}
+
+TEST_F(Reminders, NeedTheirSwitchesAndADueDate) {
+  const QMReminderManager manager{desktop.platform};
+  EXPECT_TRUE(manager.shouldAddEvents());
+  EXPECT_FALSE(manager.shouldAddTasks());
+  EXPECT_FALSE(manager.shouldAddEmails());
+  EXPECT_TRUE(manager.shouldAddNotifications());
+  QMReminderManager{desktop.platform}.createTallyvaneReminderForBill(
+      without(reminding("A1", "Rent", daysFromToday(5)), "DueDate"));
+  desktop.defaults.content.set("QMReminderEvents", false);
+  desktop.platform.notifications = nullptr;
+  EXPECT_FALSE(manager.shouldAddNotifications());
+  QMReminderManager{desktop.platform}.createTallyvaneReminderForBill(reminding("A1", "Rent", daysFromToday(5)));
+  QMReminderManager{desktop.platform}.removeNotificationCenterRemindersForBid("A1");
+  EXPECT_THAT(desktop.calendars.eventList, IsEmpty());
+  EXPECT_THAT(desktop.notifications.scheduledList, IsEmpty());
+}
+
+}  // namespace
+}  // namespace tallyvane::testing
