@@ -4,6 +4,15 @@
 
 namespace tallyvane {
 
+int writeAll(const FileDescriptor& file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = uninterrupted([&] { return ::write(file.number(), bytes.data(), bytes.size()); });
+    if (written < 0) return errno;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return 0;
+}
+
 Result<FileDescriptor> openLocked(const std::string& path, int folder, int operation) {
   for (;;) {
     // Without O_NONBLOCK a pipe of that name would make the program wait for its other end.

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -47,6 +48,9 @@ template <typename Call>
   while (outcome < 0 && errno == EINTR) outcome = call();
   return outcome;
 }
+
+/// Writes all the bytes and gives 0, or the reason why it could not.
+[[nodiscard]] int writeAll(const FileDescriptor& file, std::string_view bytes);
 
 /// Opens the regular file, made with mode 0600 when it is not there, and locks it exclusively (flock); the lock lasts
 /// until the descriptor is closed. The file locked is the one that the path still names. A relative path starts at

@@ -30,7 +30,8 @@ FolderTurn::~FolderTurn() {
 
 Result<> FolderTurn::replace(const std::string& name, std::string_view bytes, Durability durability) {
   if (Result<> taken = takePermissionsOf(name); !taken) return taken;
-  if (Result<> filled = fill(bytes); !filled) return Error{folderPath_ + "/" + name + ": " + filled.error()};
+  if (::ftruncate(temporary_.number(), 0) != 0) return failed(name);
+  if (const int code = writeAll(temporary_, bytes)) return systemError(folderPath_ + "/" + name, code);
   if (durability == Durability::synced && ::fsync(temporary_.number()) != 0) return failed(name);
   if (::renameat(folder_.number(), temporaryName.c_str(), folder_.number(), name.c_str()) != 0) return failed(name);
   temporary_ = FileDescriptor();
@@ -40,17 +41,6 @@ Result<> FolderTurn::replace(const std::string& name, std::string_view bytes, Du
 Result<> FolderTurn::syncContents() { return ::syncfs(folder_.number()) == 0 ? Result<>() : systemError(folderPath_); }
 
 Result<> FolderTurn::syncFolder() { return tallyvane::syncFolder(folder_.number(), folderPath_); }
-
-Result<> FolderTurn::fill(std::string_view bytes) {
-  const auto reason = [] { return Error{std::generic_category().message(errno)}; };
-  if (::ftruncate(temporary_.number(), 0) != 0) return reason();
-  while (!bytes.empty()) {
-    const ssize_t written = uninterrupted([&] { return ::write(temporary_.number(), bytes.data(), bytes.size()); });
-    if (written < 0) return reason();
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return {};
-}
 
 Result<> FolderTurn::takePermissionsOf(const std::string& name) {
   struct stat target {};

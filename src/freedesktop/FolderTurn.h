@@ -40,7 +40,6 @@ class FolderTurn {
 
  private:
   FolderTurn(std::string folderPath, FileDescriptor folder, FileDescriptor temporary);
-  [[nodiscard]] Result<> fill(std::string_view bytes);
   [[nodiscard]] Result<> takePermissionsOf(const std::string& name);
   [[nodiscard]] Error failed(const std::string& name) const { return systemError(folderPath_ + "/" + name); }
 

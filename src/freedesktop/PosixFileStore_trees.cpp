@@ -20,6 +20,25 @@ Result<> outcome(const fs::path& path, const std::error_code& error) {
   return error ? Result<>(systemError(path.string(), error.value())) : Result<>();
 }
 
+/// With its permissions. Errors name the file that could not be copied.
+Result<> copyFile(const std::string& from, const std::string& to) {
+  // Should the file have become a pipe by now, opening it must not block.
+  const FileDescriptor source(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+  struct stat status {};
+  if (!source || ::fstat(source.number(), &status) != 0) return systemError(from);
+  const FileDescriptor target(::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  if (!target) return systemError(from);
+  std::string block(std::size_t{1} << 16, '\0');
+  for (;;) {
+    const ssize_t count = uninterrupted([&] { return ::read(source.number(), block.data(), block.size()); });
+    if (count < 0) return systemError(from);
+    if (count == 0) break;
+    if (const int code = writeAll(target, {block.data(), static_cast<std::size_t>(count)}))
+      return systemError(from, code);
+  }
+  return ::fchmod(target.number(), status.st_mode & 07777) == 0 ? Result<>() : systemError(from);
+}
+
 Result<> copyTree(const fs::path& from, const fs::path& to);
 
 Result<> copyFolder(const fs::path& from, const fs::path& to) {
@@ -34,7 +53,6 @@ Result<> copyFolder(const fs::path& from, const fs::path& to) {
   return outcome(from, error);
 }
 
-/// Errors name the file that could not be copied.
 Result<> copyTree(const fs::path& from, const fs::path& to) {
   std::error_code error;
   switch (fs::symlink_status(from, error).type()) {
@@ -44,8 +62,7 @@ Result<> copyTree(const fs::path& from, const fs::path& to) {
       fs::copy_symlink(from, to, error);
       break;
     case fs::file_type::regular:
-      fs::copy_file(from, to, error);
-      break;
+      return copyFile(from, to);
     default:
       if (!error) return Error{from.string() + ": neither a file nor a folder"};
   }

@@ -1,0 +1,128 @@
+#include "common/GuardedFileStore.h"
+
+#include <gmock/gmock.h>
+#include <sys/mount.h>
+
+#include "freedesktop/PosixFileStore.h"
+#include "freedesktop/TemporaryFolder.h"
+#include "support/Fakes.h"
+
+namespace tallyvane::programs {
+namespace {
+
+using namespace tallyvane::testing;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+const std::string bill = "/data/bill.plist";
+
+class GuardedFileStoreTest : public ::testing::Test {
+ protected:
+  GuardedFileStoreTest() {
+    (void)files.createFolder("/data");
+    files.content = {{bill, "rubbish"}, {"/data/note", "old"}, {"/data/gone", "old"}, {"/data/here", "old"}};
+  }
+  InMemoryFileStore files;
+  RecordingLog log;
+};
+
+TEST_F(GuardedFileStoreTest, AnUnreadablePropertyListIsKeptAsideBeforeItIsReplaced) {
+  GuardedFileStore guarded(files, log);
+  ASSERT_TRUE(guarded.save(bill, writePropertyList(Dictionary{})));
+  ASSERT_TRUE(guarded.save(bill, "anything"));
+  ASSERT_TRUE(guarded.save("/data/note", "new"));
+  EXPECT_EQ(files.content.at(bill + ".unreadable-1"), "rubbish");
+  EXPECT_THAT(log.diagnostics, ElementsAre(HasSubstr(bill + ".unreadable-1")));
+  // A second file that cannot be read does not take the place of the first.
+  ASSERT_TRUE(guarded.save(bill, "rubbish"));
+  ASSERT_TRUE(guarded.save(bill, "anything"));
+  EXPECT_EQ(files.content.at(bill + ".unreadable-2"), "anything");
+}
+
+TEST_F(GuardedFileStoreTest, WhatCannotBeKeptAsideIsNotReplaced) {
+  const auto before = files.content;
+  FailingFileStore failing(files, 1);
+  EXPECT_THAT(GuardedFileStore(failing, log).save(bill, "new").error(), HasSubstr("No space left"));
+  EXPECT_EQ(files.content, before);
+}
+
+TEST_F(GuardedFileStoreTest, WithoutAnOperationAFailedSaveStopsNothing) {
+  FailingFileStore failing(files, 1);
+  GuardedFileStore guarded(failing, log);
+  EXPECT_FALSE(guarded.save("/data/note", "1"));
+  EXPECT_TRUE(guarded.save("/data/note", "2"));
+  EXPECT_EQ(files.content.at("/data/note"), "2");
+}
+
+/// Changes files in every way that there is; the model goes on after failures.
+void operate(FileStore& store) {
+  (void)store.save("/data/new", "1");
+  (void)store.save("/data/note", "1");
+  (void)store.copy("/data/note", "/data/copy");
+  (void)store.move("/data/here", "/data/there");
+  (void)store.remove("/data/gone");
+  (void)store.save("/data/note", "2");
+  (void)store.save("/data/gone", "2");
+  (void)store.save("/data/last", "2");
+}
+
+TEST_F(GuardedFileStoreTest, AnOperationIsDoneWholeOrNotAtAllWhicheverSaveFails) {
+  InMemoryFileStore whole = files;
+  operate(whole);
+  constexpr int changes = 8;
+  for (int call = 1; call <= changes + 1; ++call) {
+    InMemoryFileStore inner = files;
+    FailingFileStore failing(inner, call);
+    GuardedFileStore guarded(failing, log);
+    guarded.begin();
+    operate(guarded);
+    const Result<> finished = guarded.finish();
+    const bool saveFails = call <= 2 || (call >= 6 && call <= changes);
+    EXPECT_EQ(static_cast<bool>(finished), !saveFails) << call;
+    if (saveFails || call > changes) {
+      EXPECT_EQ(inner.content, saveFails ? files.content : whole.content) << call;
+    }
+  }
+}
+
+TEST_F(GuardedFileStoreTest, FinishTellsTheFirstFailureAndWhatCouldNotBePutBack) {
+  struct FullAfterOneSave : FailingFileStore {
+    explicit FullAfterOneSave(FileStore& inner) : FailingFileStore(inner, 0) {}
+    Result<> save(const std::string& path, std::string_view bytes, Durability durability) override {
+      if (calls() > 0) return Error{path + ": full"};
+      return FailingFileStore::save(path, bytes, durability);
+    }
+  };
+  FullAfterOneSave full(files);
+  GuardedFileStore guarded(full, log);
+  guarded.begin();
+  ASSERT_TRUE(guarded.save("/data/note", "new"));
+  EXPECT_FALSE(guarded.save("/data/first", "x"));
+  EXPECT_THAT(guarded.save("/data/second", "x").error(), HasSubstr("an earlier save failed"));
+  EXPECT_EQ(guarded.finish().error(), "/data/first: full; could not be put back: /data/note: full");
+  guarded.begin();
+  EXPECT_TRUE(guarded.finish());
+}
+
+TEST(GuardedFileStoreOnAFullDisk, PutsBackWhatAnOperationChanged) {
+  TemporaryFolder folder;
+  if (::mount("tmpfs", folder.path.c_str(), "tmpfs", 0, "size=64k") != 0) {
+    GTEST_SKIP() << "mounting a small file system is not allowed here";
+  }
+  PosixFileStore files(folder.path);
+  RecordingLog log;
+  GuardedFileStore guarded(files, log);
+  ASSERT_TRUE(files.save(folder.path + "/index", std::string(20'000, 'i')));
+  guarded.begin();
+  EXPECT_TRUE(guarded.save(folder.path + "/bill", std::string(8'000, 'b')));
+  EXPECT_TRUE(guarded.save(folder.path + "/index", std::string(24'000, 'j')));
+  EXPECT_FALSE(guarded.save(folder.path + "/tags", std::string(40'000, 't')));
+  EXPECT_THAT(guarded.finish().error(), ::testing::EndsWith("No space left on device"));
+  EXPECT_THAT(*files.list(folder.path), ElementsAre("index"));
+  EXPECT_EQ(contentOf(folder.path + "/index"), std::string(20'000, 'i'));
+  ::umount2(folder.path.c_str(), MNT_DETACH);
+}
+
+}  // namespace
+}  // namespace tallyvane::programs

@@ -1,0 +1,106 @@
+// What the programs share: the lock around a writing operation, and the platform put together.
+#include <gmock/gmock.h>
+
+#include "common/DesktopPlatform.h"
+#include "common/ProgramLock.h"
+#include "foundation/Calendar.h"
+#include "freedesktop/TemporaryFolder.h"
+#include "support/Fakes.h"
+
+namespace tallyvane::programs {
+namespace {
+
+using namespace tallyvane::testing;
+using std::chrono::milliseconds;
+using ::testing::HasSubstr;
+
+class ProgramLockTest : public ::testing::Test {
+ protected:
+  Result<ProgramLock> take(const ProgramLock::Pause& pause) {
+    return ProgramLock::take(
+        files, path, [&] { toldAfter = paused; },
+        [&, pause](milliseconds time) {
+          paused += time;
+          pause(time);
+        });
+  }
+  TemporaryFolder folder;
+  PosixFileStore files{folder.path};
+  std::string path = folder.path + "/Tallyvane/lock";
+  milliseconds paused{0};
+  milliseconds toldAfter{-1};
+};
+
+TEST_F(ProgramLockTest, IsHadAtOnceWhenNobodyHoldsIt) {
+  for (int i = 0; i < 2; ++i) EXPECT_TRUE(take([](milliseconds) {}));
+  EXPECT_EQ(paused.count(), 0);
+}
+
+TEST_F(ProgramLockTest, IsHadAsSoonAsTheOtherProgramLetsItGo) {
+  auto other = std::make_unique<Result<ProgramLock>>(take([](milliseconds) {}));
+  const auto mine = take([&](milliseconds) {
+    if (paused >= milliseconds(2000)) other.reset();
+  });
+  EXPECT_TRUE(mine) << mine.error();
+  EXPECT_EQ(toldAfter.count(), 1000);
+  EXPECT_EQ(paused.count(), 2000);
+}
+
+TEST_F(ProgramLockTest, IsGivenUpAfterHalfAMinuteWithAClearText) {
+  const auto other = take([](milliseconds) {});
+  const auto mine = take([](milliseconds) {});
+  EXPECT_THAT(mine.error(), HasSubstr("another Tallyvane program has been changing the data for 30 seconds"));
+  EXPECT_EQ(paused.count(), 30'000);
+}
+
+TEST_F(ProgramLockTest, SaysWhyItCannotBeHad) {
+  put(folder.path + "/Tallyvane", "a file where the folder should be");
+  EXPECT_THAT(take([](milliseconds) {}).error(), HasSubstr(folder.path + "/Tallyvane"));
+  EXPECT_THAT(ProgramLock::take(files, "", [] {}).error(), HasSubstr("not an absolute path"));
+}
+
+class DesktopPlatformTest : public ::testing::Test {
+ protected:
+  TemporaryFolder home;
+  Region region{"en_US", "America/New_York", {}};
+  RecordingLog log;
+  FakeWorkspace workspace;
+  FakeStatusBar statusBar;
+  DesktopPlatform desktop{{.dataHome = home.path + "/share",
+                           .configHome = home.path + "/config",
+                           .stateHome = home.path + "/state",
+                           .dataDirs = {}},
+                          region,
+                          log,
+                          workspace,
+                          statusBar,
+                          workspace};
+  Platform& platform = desktop.platform();
+};
+
+TEST_F(DesktopPlatformTest, StartsWithFirstValuesAndWritesNothing) {
+  const Dictionary expected{
+      {"EnableStartAtLoginMenu", true}, {"QMShouldDisplayStatusTitle", true},   {"QMDueSoonDays", 7},
+      {"QMAvoidWeekends", 2},           {"QMCalendarList", Array{"Tallyvane"}}, {"QMReminderCalendarNumber", 0}};
+  for (const auto& [key, value] : expected) EXPECT_EQ(platform.defaults.object(key), value) << key;
+  const auto time = platform.defaults.object("QMReminderTime");
+  ASSERT_TRUE(time && time->is<Date>());
+  const DateFields fields = Calendar::of(region).fields(*time->get<Date>());
+  EXPECT_EQ(fields.hour, 9);
+  EXPECT_EQ(fields.minute, 0);
+  EXPECT_FALSE(platform.groupDefaults->object("QMDueSoonDays"));
+  EXPECT_TRUE(std::filesystem::is_empty(home.path));
+}
+
+TEST_F(DesktopPlatformTest, KeepsEachStoreInItsPlace) {
+  EXPECT_EQ(platform.files.applicationSupportFolder(), home.path + "/share");
+  ASSERT_TRUE(platform.defaults.set("s", 1));
+  ASSERT_TRUE(platform.groupDefaults->set("g", 1));
+  ASSERT_TRUE(platform.cloud.set("c", 1));
+  EXPECT_THAT(contentOf(home.path + "/config/Tallyvane/com.Quillmoor.Tallyvane.plist"), HasSubstr("<key>s</key>"));
+  EXPECT_THAT(contentOf(home.path + "/config/Tallyvane/group.Quillmoor.Tallyvane.plist"), HasSubstr("<key>g</key>"));
+  EXPECT_THAT(contentOf(home.path + "/state/Tallyvane/cloud.plist"), HasSubstr("<key>c</key>"));
+}
+
+}  // namespace
+}  // namespace tallyvane::programs

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "freedesktop/FileBookmarks.h"
+#include "freedesktop/InstalledResources.h"
+#include "freedesktop/PosixFileStore.h"
+#include "freedesktop/QueuedMainQueue.h"
+#include "freedesktop/SystemRandom.h"
+#include "freedesktop/TemporaryFolder.h"
+#include "support/Fakes.h"
+
+namespace tallyvane::testing {
+namespace {
+
+template <typename Port>
+struct Suite : ::testing::Test {
+  Port port;
+};
+
+template <typename Port>
+struct BookmarksContract : Suite<Port> {};
+using AllBookmarks = ::testing::Types<FakeBookmarks, FileBookmarks>;
+TYPED_TEST_SUITE(BookmarksContract, AllBookmarks);
+
+TYPED_TEST(BookmarksContract, ABookmarkResolvesToItsFolderWhetherOrNotThatIsThere) {
+  for (const std::string path : {"/", "/home/ada", "/not/there", "/a b/100%/Bücher #1?&<>"}) {
+    EXPECT_EQ(this->port.resolve(this->port.bookmark(path)), path);
+  }
+  for (const std::string text : {"", "rubbish", "<plist><string>file:///a</string></plist>"}) {
+    EXPECT_FALSE(this->port.resolve(Data{{text.begin(), text.end()}})) << text;
+  }
+}
+
+template <typename Port>
+struct RandomContract : Suite<Port> {};
+using AllRandom = ::testing::Types<FakeRandom, SystemRandom>;
+TYPED_TEST_SUITE(RandomContract, AllRandom);
+
+TYPED_TEST(RandomContract, NoDrawComesTwice) {
+  std::set<std::array<std::uint8_t, 16>> draws;
+  for (int i = 0; i < 1000; ++i) draws.insert(this->port.bytes16());
+  EXPECT_EQ(draws.size(), 1000U);
+}
+
+void runWaiting(FakeMainQueue& queue) { queue.run(); }
+void runWaiting(QueuedMainQueue& queue) { queue.runPending(); }
+
+template <typename Port>
+struct MainQueueContract : Suite<Port> {};
+using AllQueues = ::testing::Types<FakeMainQueue, QueuedMainQueue>;
+TYPED_TEST_SUITE(MainQueueContract, AllQueues);
+
+TYPED_TEST(MainQueueContract, WorkRunsLaterAndInTheOrderPosted) {
+  std::string ran;
+  this->port.post([&] {
+    this->port.post([&] { ran += "3"; });
+    ran += "1";
+  });
+  this->port.post([&] { ran += "2"; });
+  EXPECT_EQ(ran, "");
+  runWaiting(this->port);
+  EXPECT_EQ(ran, "123");
+}
+
+struct ResourcesInMemory : FakeResources {
+  std::string rent = "/pictures/rent.png";
+  ResourcesInMemory() {
+    pictures["rent"] = rent;
+    texts["template.html"] = "<p>";
+  }
+};
+struct ResourcesOnDisk {
+  TemporaryFolder folder;
+  std::string rent = folder.path + "/pictures/rent.png";
+};
+struct ResourcesInstalled : ResourcesOnDisk, PosixFileStore, InstalledResources {
+  ResourcesInstalled()
+      : PosixFileStore(folder.path), InstalledResources({folder.path + "/no such folder", folder.path}, *this) {
+    for (const char* name : {"/pictures", "/texts"}) (void)createFolder(folder.path + name);
+    put(rent, "PNG");
+    put(folder.path + "/texts/template.html", "<p>");
+  }
+};
+template <typename Port>
+struct ResourcesContract : Suite<Port> {};
+using AllResources = ::testing::Types<ResourcesInMemory, ResourcesInstalled>;
+TYPED_TEST_SUITE(ResourcesContract, AllResources);
+
+TYPED_TEST(ResourcesContract, PicturesAndTextsAreFoundByNameOnly) {
+  EXPECT_EQ(this->port.picture("rent"), this->port.rent);
+  EXPECT_EQ(this->port.picture("rent.png"), this->port.rent);
+  EXPECT_EQ(this->port.text("template.html"), "<p>");
+  for (const char* name : {"", "none", ".", "../pictures/rent", "/etc/hostname", "rent.png.png"}) {
+    EXPECT_FALSE(this->port.picture(name)) << name;
+    EXPECT_FALSE(this->port.text(name)) << name;
+  }
+}
+
+}  // namespace
+}  // namespace tallyvane::testing

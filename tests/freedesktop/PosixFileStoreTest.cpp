@@ -1,0 +1,181 @@
+// What only a real file system can show: permissions, links, pipes, killed programs and full disks.
+#include "freedesktop/PosixFileStore.h"
+
+#include <gmock/gmock.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+#include <thread>
+
+#include "freedesktop/TemporaryFolder.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+namespace fs = std::filesystem;
+
+constexpr const char* leftover = ".tallyvane-save.tmp";
+
+class PosixFileStoreTest : public ::testing::Test {
+ protected:
+  std::string at(const std::string& name) const { return folder.path + "/" + name; }
+  static struct stat statusOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+    return status;
+  }
+  static unsigned modeOf(const std::string& path) { return statusOf(path).st_mode & 07777; }
+  /// All names, hidden ones too.
+  std::vector<std::string> everything() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder.path)) names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  TemporaryFolder folder;
+  PosixFileStore store{folder.path};
+};
+
+TEST_F(PosixFileStoreTest, NewFilesAreTheUsersAloneAndOldOnesKeepTheirPermissions) {
+  put(at(leftover), "left by a program that was killed");
+  fs::permissions(at(leftover), fs::perms(0644));
+  ASSERT_TRUE(store.save(at("new"), "x"));
+  EXPECT_EQ(modeOf(at("new")), 0600U);
+  put(at("old"), "old");
+  fs::permissions(at("old"), fs::perms(0640));
+  ASSERT_TRUE(store.save(at("old"), "x"));
+  EXPECT_EQ(modeOf(at("old")), 0640U);
+  ASSERT_TRUE(store.createFolder(at("a/b")));
+  EXPECT_EQ(modeOf(at("a")), 0700U);
+  if (::geteuid() != 0) return;
+  // The administrator's save leaves a file to its user.
+  ASSERT_EQ(::chown(at("old").c_str(), 1234, 5678), 0);
+  ASSERT_TRUE(store.save(at("old"), "y"));
+  EXPECT_EQ(statusOf(at("old")).st_uid, 1234U);
+}
+
+TEST_F(PosixFileStoreTest, WhatAKilledProgramLeftIsNeverListedOrCopiedAndGoesAtTheNextSave) {
+  put(at(leftover), std::string(10'000, 'x'));
+  EXPECT_TRUE(store.list(folder.path)->empty());
+  TemporaryFolder elsewhere;
+  ASSERT_TRUE(store.copy(folder.path, elsewhere.path + "/copy"));
+  EXPECT_TRUE(fs::is_empty(elsewhere.path + "/copy"));
+  ASSERT_TRUE(store.save(at("bill"), "rent"));
+  EXPECT_EQ(contentOf(at("bill")), "rent");
+  EXPECT_THAT(everything(), ElementsAre("bill"));
+}
+
+TEST_F(PosixFileStoreTest, ASaveThroughALinkReplacesTheFileThatItNames) {
+  ASSERT_TRUE(store.createFolder(at("real")));
+  put(at("real/bill"), "old");
+  fs::create_symlink("real/bill", at("link"));
+  fs::create_symlink(at("link"), at("link to link"));
+  fs::create_symlink("real/new", at("dangling"));
+  fs::create_symlink("loop", at("loop"));
+  EXPECT_TRUE(store.save(at("link to link"), "rent"));
+  EXPECT_TRUE(store.save(at("dangling"), "made"));
+  EXPECT_FALSE(store.save(at("loop"), "x"));
+  EXPECT_EQ(contentOf(at("real/bill")), "rent");
+  EXPECT_EQ(contentOf(at("real/new")), "made");
+  for (const char* link : {"link", "link to link", "dangling", "loop"}) EXPECT_TRUE(fs::is_symlink(at(link))) << link;
+}
+
+TEST_F(PosixFileStoreTest, WhatIsNoOrdinaryFileNeitherBlocksNorGetsReplaced) {
+  ASSERT_EQ(::mkfifo(at("pipe").c_str(), 0600), 0);
+  EXPECT_THAT(store.read(at("pipe")).error(), HasSubstr("not a regular file"));
+  EXPECT_THAT(store.read("/dev/zero").error(), HasSubstr("not a regular file"));
+  EXPECT_FALSE(store.save(at("pipe"), "x"));
+  EXPECT_FALSE(store.copy(at("pipe"), at("copy")));
+  ASSERT_EQ(::mkfifo(at(leftover).c_str(), 0600), 0);
+  EXPECT_FALSE(store.save(at("bill"), "x"));
+  EXPECT_TRUE(fs::is_fifo(at("pipe")));
+  put(at("huge"), "");
+  fs::resize_file(at("huge"), std::uintmax_t{1} << 40);
+  EXPECT_THAT(store.read(at("huge")).error(), HasSubstr("too large"));
+  // The system would cut such a path short and use another file.
+  EXPECT_FALSE(store.save(at(std::string("bill\0.plist", 11)), "x"));
+}
+
+TEST_F(PosixFileStoreTest, RemovingATreeLeavesAloneWhatItsLinksName) {
+  put(at("precious"), "x");
+  ASSERT_TRUE(store.createFolder(at("tree")));
+  fs::create_symlink("../precious", at("tree/link"));
+  fs::create_symlink("tree", at("link to tree"));
+  ASSERT_TRUE(store.copy(at("link to tree"), at("copy")));
+  EXPECT_EQ(fs::read_symlink(at("copy/link")), "../precious");
+  EXPECT_TRUE(store.remove(at("link to tree/")));
+  EXPECT_TRUE(fs::is_symlink(at("tree/link")));
+  EXPECT_TRUE(store.remove(at("tree")));
+  EXPECT_EQ(contentOf(at("precious")), "x");
+}
+
+TEST_F(PosixFileStoreTest, ACopyThatFailsHalfWayLeavesNothing) {
+  ASSERT_TRUE(store.createFolder(at("tree/a")));
+  put(at("tree/a/bill"), "rent");
+  ASSERT_EQ(::mkfifo(at("tree/b").c_str(), 0600), 0);
+  EXPECT_THAT(store.copy(at("tree"), at("copy")).error(), HasSubstr(at("tree/b")));
+  EXPECT_THAT(everything(), ElementsAre("tree"));
+}
+
+TEST_F(PosixFileStoreTest, SavesOfSeveralThreadsInOneFolderTakeTurns) {
+  const auto saveOften = [&](char letter) {
+    for (int i = 0; i < 50; ++i) {
+      EXPECT_TRUE(store.save(at("same"), std::string(5000, letter), Durability::cached));
+      EXPECT_TRUE(store.save(at(std::string(1, letter)), "own", Durability::cached));
+    }
+  };
+  std::thread other(saveOften, 'a');
+  saveOften('b');
+  other.join();
+  const std::string content = contentOf(at("same"));
+  EXPECT_EQ(content, std::string(5000, content.at(0)));
+  EXPECT_THAT(everything(), ElementsAre("a", "b", "same"));
+}
+
+/// A file system of a few blocks.
+class FullDiskTest : public PosixFileStoreTest {
+ protected:
+  void SetUp() override {
+    if (::mount("tmpfs", folder.path.c_str(), "tmpfs", 0, "size=64k") != 0) {
+      GTEST_SKIP() << "mounting a small file system is not allowed here";
+    }
+    mounted_ = true;
+  }
+  void TearDown() override {
+    if (mounted_) ::umount2(folder.path.c_str(), MNT_DETACH);
+  }
+
+ private:
+  bool mounted_ = false;
+};
+
+TEST_F(FullDiskTest, AFailedSaveCopyOrMoveLeavesTheOldFilesAndNothingElse) {
+  TemporaryFolder elsewhere;
+  put(elsewhere.path + "/large", std::string(100'000, 'x'));
+  ASSERT_TRUE(store.save(at("bill"), "old"));
+  EXPECT_THAT(store.save(at("bill"), std::string(100'000, 'x')).error(), HasSubstr(at("bill") + ": No space left"));
+  EXPECT_THAT(store.copy(elsewhere.path, at("copy")).error(), HasSubstr("No space left"));
+  EXPECT_THAT(store.move(elsewhere.path, at("moved")).error(), HasSubstr("No space left"));
+  EXPECT_EQ(contentOf(at("bill")), "old");
+  EXPECT_THAT(everything(), ElementsAre("bill"));
+  // What has room moves to the other file system.
+  fs::resize_file(elsewhere.path + "/large", 3);
+  EXPECT_TRUE(store.move(elsewhere.path, at("moved")));
+  EXPECT_EQ(contentOf(at("moved/large")), "xxx");
+  EXPECT_FALSE(fs::exists(elsewhere.path));
+}
+
+TEST_F(FullDiskTest, AFolderThatMayNotBeWrittenGivesAClearError) {
+  ASSERT_TRUE(store.save(at("bill"), "old"));
+  ASSERT_EQ(::mount(nullptr, folder.path.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+  EXPECT_THAT(store.save(at("bill"), "new").error(), HasSubstr(at("bill")));
+  EXPECT_FALSE(store.createFolder(at("new")));
+  EXPECT_FALSE(store.remove(at("bill")));
+  EXPECT_EQ(contentOf(at("bill")), "old");
+}
+
+}  // namespace
+}  // namespace tallyvane::testing

@@ -1,0 +1,69 @@
+// Where the user's folders and the installed files lie, and what reaches the log.
+#include <gmock/gmock.h>
+
+#include <map>
+
+#include "freedesktop/FileBookmarks.h"
+#include "freedesktop/InstalledResources.h"
+#include "freedesktop/SystemLog.h"
+#include "freedesktop/XdgFolders.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using ::testing::ElementsAre;
+
+XdgFolders foldersWith(std::map<std::string, std::string, std::less<>> variables) {
+  return XdgFolders::of([variables = std::move(variables)](std::string_view name) -> std::optional<std::string> {
+    const auto found = variables.find(name);
+    return found == variables.end() ? std::nullopt : std::optional<std::string>(found->second);
+  });
+}
+
+TEST(XdgFolders, AbsoluteVariablesCountAndOthersAreIgnored) {
+  const XdgFolders chosen = foldersWith({{"HOME", "/home/ada"},
+                                         {"XDG_DATA_HOME", "/data//"},
+                                         {"XDG_CONFIG_HOME", "relative"},
+                                         {"XDG_STATE_HOME", ""},
+                                         {"XDG_DATA_DIRS", "/b/:relative::/a"}});
+  EXPECT_EQ(chosen.dataHome, "/data");
+  EXPECT_EQ(chosen.configHome, "/home/ada/.config");
+  EXPECT_EQ(chosen.stateHome, "/home/ada/.local/state");
+  EXPECT_THAT(chosen.dataDirs, ElementsAre("/b", "/a"));
+}
+
+TEST(XdgFolders, WithoutAHomeNoPathIsAbsolute) {
+  for (const char* home : {"", "ada"}) {
+    const XdgFolders folders = foldersWith({{"HOME", home}});
+    EXPECT_EQ(folders.dataHome, "~/.local/share") << home;
+    EXPECT_THAT(folders.dataDirs, ElementsAre("/usr/local/share", "/usr/share"));
+  }
+  EXPECT_EQ(foldersWith({{"HOME", "/"}}).stateHome, "/.local/state");
+}
+
+TEST(InstalledResources, AreLookedForBesideTheProgramFirst) {
+  const XdgFolders folders = foldersWith({{"XDG_DATA_DIRS", "/usr/share"}});
+  EXPECT_THAT(resourceFolders("/opt/t/bin/tallyvane", folders),
+              ElementsAre("/opt/t/share/tallyvane", "/usr/share/tallyvane"));
+  EXPECT_THAT(resourceFolders("", folders), ElementsAre("/usr/share/tallyvane"));
+}
+
+TEST(FileBookmarks, HoldTheEncodedUrlOfTheFolder) {
+  const Data data = FileBookmarks().bookmark("/a ü");
+  EXPECT_THAT(std::string(data.bytes.begin(), data.bytes.end()),
+              ::testing::HasSubstr("<string>file:///a%20%C3%BC</string>"));
+}
+
+TEST(SystemLog, ShowsOnStandardErrorOnlyWhenVerbose) {
+  for (const bool verbose : {false, true}) {
+    SystemLog log("tallyvane", verbose);
+    ::testing::internal::CaptureStderr();
+    log.line("Database backed up.");
+    log.diagnostic("100%s of /a cannot be read");
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              verbose ? "Database backed up.\ntallyvane: 100%s of /a cannot be read\n" : "");
+  }
+}
+
+}  // namespace
+}  // namespace tallyvane::testing
