@@ -1,6 +1,7 @@
 // Which characters the text of a property list may hold. Private to PropertyList*.cpp.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -16,11 +17,30 @@ struct PropertyListFault {
 /// Written in place of what a property list cannot hold.
 inline constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 
-[[nodiscard]] inline std::uint8_t byteOf(char character) { return static_cast<std::uint8_t>(character); }
+[[nodiscard]] constexpr std::uint8_t byteOf(char character) { return static_cast<std::uint8_t>(character); }
 
-[[nodiscard]] inline bool isXmlSpace(char character) {
-  return character == ' ' || character == '\n' || character == '\t' || character == '\r';
-}
+/// One flag per byte, for loops that look at every byte of a file.
+class ByteSet {
+ public:
+  constexpr explicit ByteSet(std::string_view members) {
+    for (const char member : members) flags_[static_cast<std::uint8_t>(member)] = true;
+  }
+  /// ASCII that stands in a text for itself: no markup and no control character. Not the carriage return, which a
+  /// reader takes for a line feed, and not ">", which ends "]]>".
+  [[nodiscard]] static constexpr ByteSet plainText() {
+    ByteSet set("\t\n");
+    for (std::size_t code = 0x20; code < 0x80; ++code) set.flags_[code] = code != '<' && code != '>' && code != '&';
+    return set;
+  }
+  [[nodiscard]] constexpr bool has(char character) const { return flags_[byteOf(character)]; }
+
+ private:
+  std::array<bool, 256> flags_{};
+};
+
+inline constexpr ByteSet xmlSpaces(" \t\n\r");
+inline constexpr ByteSet xmlNameCharacters("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.:");
+inline constexpr ByteSet plainTextCharacters = ByteSet::plainText();
 
 [[nodiscard]] constexpr bool isXmlCharacter(std::uint32_t code) {
   if (code < 0x20) return code == '\t' || code == '\n' || code == '\r';

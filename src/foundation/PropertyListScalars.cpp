@@ -40,14 +40,19 @@ std::optional<double> realOfWord(std::string_view word) {
   return std::nullopt;
 }
 
-/// A number of digits only; nothing for anything else.
-std::optional<unsigned> digits(std::string_view text) {
+bool isDigit(char character) { return character >= '0' && character <= '9'; }
+
+unsigned numberOfDigits(std::string_view digits) {
   unsigned number = 0;
-  for (const char character : text) {
-    if (character < '0' || character > '9') return std::nullopt;
-    number = number * 10 + static_cast<unsigned>(character - '0');
-  }
+  for (const char digit : digits) number = number * 10 + static_cast<unsigned>(digit - '0');
   return number;
+}
+
+/// Whether the text has a digit where the shape has a 0, and what the shape has elsewhere.
+bool hasShape(std::string_view text, std::string_view shape) {
+  return std::equal(text.begin(), text.end(), shape.begin(), shape.end(), [](char character, char expected) {
+    return expected == '0' ? isDigit(character) : character == expected;
+  });
 }
 
 /// Which value each base64 character has; the others are told apart by numbers above 63.
@@ -88,7 +93,7 @@ double realOfText(std::string_view text) {
   if (!number) {
     double read = 0;
     const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), read);
-    const bool startsAsNumber = !rest.empty() && (rest.front() == '.' || (rest.front() >= '0' && rest.front() <= '9'));
+    const bool startsAsNumber = !rest.empty() && (rest.front() == '.' || isDigit(rest.front()));
     if (!startsAsNumber || end != rest.data() + rest.size() || error == std::errc::invalid_argument)
       throw PropertyListFault{quoted(text) + " is not a number"};
     if (error != std::errc()) throw PropertyListFault{fmt::format("the number {} does not fit a double", quoted(text))};
@@ -98,24 +103,19 @@ double realOfText(std::string_view text) {
 }
 
 Date dateOfText(std::string_view text) {
-  constexpr std::string_view shape = "-MM-DDThh:mm:ssZ";
-  const std::size_t yearLength = text.size() - std::min(text.size(), shape.size());
-  bool fits = yearLength >= 1 && yearLength <= 4;
-  for (std::size_t i = 0; fits && i < shape.size(); ++i) {
-    const bool mark = shape[i] == '-' || shape[i] == ':' || shape[i] == 'T' || shape[i] == 'Z';
-    fits = !mark || text[yearLength + i] == shape[i];
-  }
-  const auto part = [&](std::size_t from) { return fits ? digits(text.substr(yearLength + from, 2)) : std::nullopt; };
-  const auto year = fits ? digits(text.substr(0, yearLength)) : std::nullopt;
-  const auto month = part(1), day = part(4), hour = part(7), minute = part(10), second = part(13);
-  if (!year || !month || !day || !hour || !minute || !second)
-    throw PropertyListFault{quoted(text) + " is not a date of the form 2027-03-01T00:00:00Z"};
-  const std::chrono::year_month_day civil{std::chrono::year{static_cast<int>(*year)}, std::chrono::month{*month},
-                                          std::chrono::day{*day}};
-  if (*year == 0 || !civil.ok() || *hour > 23 || *minute > 59 || *second > 59)
+  constexpr std::string_view shape = "0000-00-00T00:00:00Z";
+  const std::size_t missing = shape.size() - std::min(text.size(), shape.size());  // digits of a short year
+  if (missing > 3 || !hasShape(text, shape.substr(missing)))
+    throw PropertyListFault{fmt::format("{} is not a date of the form 2027-03-01T00:00:00Z", quoted(text))};
+  const std::string_view year = text.substr(0, 4 - missing);
+  const auto part = [&](std::size_t at) { return numberOfDigits(text.substr(at - missing, 2)); };
+  const std::chrono::year_month_day civil{std::chrono::year{static_cast<int>(numberOfDigits(year))},
+                                          std::chrono::month{part(5)}, std::chrono::day{part(8)}};
+  const unsigned hour = part(11), minute = part(14), second = part(17);
+  if (civil.year() == std::chrono::year{0} || !civil.ok() || hour > 23 || minute > 59 || second > 59)
     throw PropertyListFault{fmt::format("there is no such date as {}", quoted(text))};
-  return std::chrono::sys_days{civil} + std::chrono::hours{*hour} + std::chrono::minutes{*minute} +
-         std::chrono::seconds{*second};
+  return std::chrono::sys_days{civil} + std::chrono::hours{hour} + std::chrono::minutes{minute} +
+         std::chrono::seconds{second};
 }
 
 std::vector<std::uint8_t> dataOfBase64(std::string_view text) {

@@ -1,4 +1,3 @@
-#include <array>
 #include <string>
 #include <variant>
 
@@ -14,16 +13,6 @@ constexpr std::string_view opening =
     "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
     "<plist version=\"1.0\">\n";
 constexpr std::string_view closing = "</plist>\n";
-
-/// What stands in a text as it is: all of ASCII but markup and control characters. A carriage return would come back
-/// as a line feed, so it is written as a reference.
-constexpr std::array<bool, 256> plainCharacters = [] {
-  std::array<bool, 256> plain{};
-  for (std::size_t code = 0x20; code < 0x80; ++code) plain[code] = true;
-  plain['\t'] = plain['\n'] = true;
-  plain['<'] = plain['>'] = plain['&'] = false;
-  return plain;
-}();
 
 class Writer {
  public:
@@ -104,7 +93,7 @@ class Writer {
     const char* run = content.data();  // what is not written yet
     for (const char* at = run; at != end;) {
       const char character = *at;
-      std::size_t length = plainCharacters[byteOf(character)] ? 1 : 0;
+      std::size_t length = plainTextCharacters.has(character) ? 1 : 0;
       if (byteOf(character) >= 0x80) length = multiByteLength(at, end);
       if (length == 0) {
         out_.append(run, at);
@@ -125,7 +114,7 @@ class Writer {
         return "&gt;";
       case '&':
         return "&amp;";
-      case '\r':
+      case '\r':  // as it is it would come back as a line feed
         return "&#13;";
       default:
         return replacementCharacter;
