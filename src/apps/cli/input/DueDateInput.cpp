@@ -1,0 +1,145 @@
+#include "cli/input/DueDateInput.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/input/CalendarDay.h"
+#include "cli/input/DateNames.h"
+#include "cli/input/InputText.h"
+#include "foundation/Calendar.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+// Nothing: the text has another form.
+using Reading = std::optional<Result<Date>>;
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// A part of a longer word: letters of any script; after or before a figure also figures.
+bool continues(char c, char nameEnd) {
+  const bool isLetter = (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
+  return isLetter || (isDigit(c) && isDigit(nameEnd));
+}
+
+std::vector<std::string> partsOf(const std::string& text) {
+  std::vector<std::string> parts;
+  for (std::size_t at = 0; (at = text.find_first_not_of(" ,./-", at)) != std::string::npos;) {
+    const std::size_t end = std::min(text.find_first_of(" ,./-", at), text.size());
+    parts.push_back(text.substr(at, end - at));
+    at = end;
+  }
+  return parts;
+}
+
+Reading dayFromToday(const std::string& text, const Region& region, Date now) {
+  const Calendar& calendar = Calendar::of(region);
+  const auto days = [&](int count) { return calendar.startOfDay(addDays(calendar.civilDay(now), count)); };
+  if (text == "today") return days(0);
+  if (text == "tomorrow") return days(1);
+  if (text == "yesterday") return days(-1);
+  const bool isAhead = text.starts_with('+') || text.starts_with("in ");
+  const auto step = isAhead ? unitCount(std::string_view(text).substr(text[0] == '+' ? 1 : 3)) : std::nullopt;
+  if (!step) return std::nullopt;
+  DateSteps steps;
+  if (step->unit == Unit::day) steps.days = step->count;
+  if (step->unit == Unit::week) steps.weeks = step->count;
+  if (step->unit == Unit::month) steps.months = step->count;
+  if (step->unit == Unit::year) steps.months = std::int64_t{12} * step->count;
+  return withinYears(calendar.startOfDay(calendar.adding(calendar.startOfDay(now), steps)), region);
+}
+
+Reading nextWeekday(const std::string& text, const Region& region, Date now) {
+  constexpr std::string_view next = "next ";
+  constexpr int daysOfAWeek = 7;
+  const bool isAfterToday = text.starts_with(next);
+  std::string name = isAfterToday ? text.substr(next.size()) : text;
+  while (name.ends_with('.')) name.pop_back();
+  const auto names = weekdayNames(region);
+  const auto found =
+      std::find_if(names.begin(), names.end(), [&](const NumberedName& candidate) { return candidate.first == name; });
+  if (found == names.end()) return std::nullopt;
+  const Calendar& calendar = Calendar::of(region);
+  int ahead = (found->second - calendar.weekday(now) + daysOfAWeek) % daysOfAWeek;
+  if (ahead == 0 && isAfterToday) ahead = daysOfAWeek;
+  return calendar.startOfDay(addDays(calendar.civilDay(now), ahead));
+}
+
+// Year, month and day in figures. Four digits in front mean the Gregorian date that reads the same everywhere.
+Reading dayInFigures(const std::string& text, const Region& region, Date now) {
+  const std::vector<std::string> parts = partsOf(text);
+  const bool areFigures = std::all_of(parts.begin(), parts.end(), [](const auto& part) { return wholeNumber(part); });
+  if (!areFigures || parts.size() < 2 || parts.size() > 3) return std::nullopt;
+  CalendarDay day;
+  std::vector<DatePart> order{DatePart::year, DatePart::month, DatePart::day};
+  const bool isInternational = parts[0].size() == 4 && parts.size() == 3 && text[4] == '-';
+  day.isGregorian = isInternational;
+  if (parts[0].size() != 4) order = numericDateOrder(region);
+  if (parts.size() == 2) order.erase(std::find(order.begin(), order.end(), DatePart::year));
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    if (order[i] == DatePart::year) day.year = parts[i];
+    if (order[i] == DatePart::month) day.month = *wholeNumber(parts[i]);
+    if (order[i] == DatePart::day) day.day = *wholeNumber(parts[i]);
+  }
+  return startOf(day, region, now);
+}
+
+struct FoundMonth {
+  std::size_t at = 0;
+  std::size_t length = 0;
+  int month = 0;
+  bool isGregorian = false;
+};
+
+// The longest of the names that stands in the text as a word of its own.
+void findLonger(const std::string& text, const std::vector<NumberedName>& names, bool areGregorian, FoundMonth& found) {
+  for (const auto& [name, month] : names) {
+    const std::size_t at = text.find(name);
+    if (at == std::string::npos || name.size() <= found.length) continue;
+    const std::size_t end = at + name.size();
+    if (at > 0 && continues(text[at - 1], name.front())) continue;
+    if (end < text.size() && continues(text[end], name.back())) continue;
+    found = {at, name.size(), month, areGregorian};
+  }
+}
+
+void dropOrdinalEnding(std::string& part) {
+  if (part.size() < 3 || !isDigit(part[0])) return;
+  for (const char* ending : {"st", "nd", "rd", "th"})
+    if (part.ends_with(ending)) part.resize(part.size() - 2);
+}
+
+Reading dayOfNamedMonth(const std::string& text, const Region& region, Date now) {
+  FoundMonth found;
+  findLonger(text, ownMonthNames(region), false, found);
+  findLonger(text, englishMonthNames(), true, found);
+  if (found.length == 0) return std::nullopt;
+  std::vector<std::string> parts = partsOf(text.substr(0, found.at) + " " + text.substr(found.at + found.length));
+  for (const std::string& filler : dateFillers(region)) std::erase(parts, filler);
+  std::for_each(parts.begin(), parts.end(), dropOrdinalEnding);
+  const bool areFigures = std::all_of(parts.begin(), parts.end(), [](const auto& part) { return wholeNumber(part); });
+  if (!areFigures || parts.empty() || parts.size() > 2) return std::nullopt;
+  if (parts.size() == 2 && parts[0].size() == 4) std::swap(parts[0], parts[1]);
+  const std::string year = parts.size() == 2 ? parts[1] : "";
+  return startOf({found.isGregorian, year, found.month, *wholeNumber(parts[0])}, region, now);
+}
+
+}  // namespace
+
+Result<Date> readDueDate(const Region& region, Date now, std::string_view text) {
+  const std::string plain = plainText(text);
+  for (const auto read : {dayFromToday, nextWeekday, dayInFigures, dayOfNamedMonth}) {
+    const Reading reading = read(plain, region, now);
+    if (reading && *reading) return *reading;
+    if (reading) return Error{fmt::format("\"{}\" is not a date: {}.", text, reading->error())};
+  }
+  return Error{fmt::format(
+      "\"{}\" is not a date; write it like 2027-03-01, \"1 Mar\", tomorrow, +10d or \"next friday\".", text)};
+}
+
+}  // namespace tallyvane::cli
