@@ -66,7 +66,10 @@ void DbusMenu::exportSignalsAndProperties() {
       .onInterface(menuInterface)
       .withParameters<std::int32_t, std::uint32_t>();
   const auto property = [this](const std::string& name, auto value) {
-    object_->registerProperty(name).onInterface(menuInterface).withGetter([value] { return value; });
+    object_->registerProperty(name)
+        .onInterface(menuInterface)
+        .withGetter([value] { return value; })
+        .withUpdateBehavior(sdbus::Flags::CONST_PROPERTY_VALUE);
   };
   property("Version", std::uint32_t{3});
   property("TextDirection", std::string("ltr"));

@@ -66,9 +66,13 @@ void StatusNotifierItem::exportMethods() {
   method("Scroll", [](std::int32_t /*delta*/, const std::string& /*orientation*/) {});
 }
 
+/// Changes are told by signals of the interface's own.
 void StatusNotifierItem::exportProperties() {
   const auto property = [this](const std::string& name, auto get) {
-    object_->registerProperty(name).onInterface(itemInterface).withGetter(std::move(get));
+    object_->registerProperty(name)
+        .onInterface(itemInterface)
+        .withGetter(std::move(get))
+        .withUpdateBehavior(sdbus::Flags::EMITS_NO_SIGNAL);
   };
   property("Category", [] { return std::string("ApplicationStatus"); });
   property("Id", [] { return std::string("com.Quillmoor.Tallyvane"); });

@@ -1,0 +1,124 @@
+#include "agent/Agent.h"
+
+#include <chrono>
+#include <utility>
+
+#include "agent/DueSoonFeed.h"
+#include "foundation/Calendar.h"
+#include "freedesktop/PosixPaths.h"
+#include "storage/DataFolder.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::agent {
+
+namespace {
+
+/// One operation writes several files; they are looked at once, after the last.
+constexpr std::chrono::milliseconds settlingTime{150};
+
+const std::string& pictureFolder(const SessionEnvironment& session) {
+  static const std::string otherwise = "/tmp";
+  return session.runtimeFolder.empty() ? otherwise : session.runtimeFolder;
+}
+
+/// The bill index and the bills; tags, income and mail stand in no menu.
+bool isFileOfBills(std::string_view name) {
+  constexpr std::string_view ending = ".plist";
+  if (!name.ends_with(ending) || name.starts_with('.')) return false;
+  return name == billIndexName || !name.ends_with("index.plist");
+}
+
+bool sameRegion(const Region& left, const Region& right) {
+  return left.locale == right.locale && left.timeZone == right.timeZone;
+}
+
+}  // namespace
+
+Agent::Agent(SessionBus& bus, sdbus::IConnection& connection, Surroundings surroundings, Log& log)
+    : surroundings_(std::move(surroundings)),
+      log_(log),
+      files_(surroundings_.folders.dataHome),
+      resources_(resourceFolders(surroundings_.executable, surroundings_.folders), files_),
+      workspace_(bus, files_, surroundings_.session, log),
+      choices_(surroundings_.session, parentOf(surroundings_.executable) + "/tallyvane", log),
+      // Choices are carried out after the bus's message has been answered, so that no panel waits for them.
+      statusBar_(
+          bus, queue_, files_, resources_, pictureFolder(surroundings_.session), log,
+          [this](const MenuEntry& entry) { queue_.post([this, entry] { choices_.carryOut(platform(), entry); }); }),
+      object_(connection, [this] { queue_.post([this] { choices_.showOverview(platform().region); }); }),
+      loop_(connection, [this] { endOfTurn(); }) {
+  loop_.add(signals_.descriptor(), [this] {
+    if (signals_.askToEnd()) loop_.end();
+  });
+  loop_.add(fileWatch_.descriptor(), [this] {
+    if (fileWatch_.takeChanges()) settling_.start(settlingTime);
+  });
+  loop_.add(settling_.descriptor(), [this] {
+    settling_.acknowledge();
+    refresh();
+  });
+  loop_.add(midnight_.descriptor(), [this] {
+    midnight_.acknowledge();
+    refresh();
+  });
+  // Who launched the agent is answered first.
+  queue_.post([this] { refresh(); });
+}
+
+void Agent::run() {
+  try {
+    loop_.run();
+  } catch (const sdbus::Error& error) {
+    log_.diagnostic("The session bus is gone, so the agent ends: " + error.getMessage());
+  }
+}
+
+void Agent::endOfTurn() {
+  queue_.runPending();
+  if (hosted_.desktop) hosted_.desktop->mainQueue().runPending();
+}
+
+/// The one way in which anything is brought up to date, whatever has changed. Files are watched before they are read,
+/// so that no change falls in between.
+void Agent::refresh() {
+  followRegion();
+  (void)platform().defaults.synchronize();
+  watchFiles();
+  waitForMidnight();
+  feedDueSoon(platform(), *hosted_.menulet);
+}
+
+/// The status item stays through a change of region; only what is computed is made anew.
+void Agent::followRegion() {
+  Region region = surroundings_.region();
+  if (hosted_.desktop && sameRegion(region, platform().region)) return;
+  Hosted next;
+  next.desktop = std::make_unique<programs::DesktopPlatform>(surroundings_.folders, std::move(region), log_, workspace_,
+                                                             statusBar_, *this);
+  next.menulet = std::make_unique<QMHelperMenulet>(next.desktop->platform());
+  if (hosted_.menulet) {
+    next.menulet->theMenu = hosted_.menulet->theMenu;
+    next.menulet->statusItem = hosted_.menulet->statusItem;
+    next.menulet->menuIcon = hosted_.menulet->menuIcon;
+  }
+  hosted_ = std::move(next);
+}
+
+/// The group suite is not watched: listing bills writes it.
+void Agent::watchFiles() {
+  const std::string& settings = hosted_.desktop->paths().settings;
+  const auto isNamed = [](std::string wanted) {
+    return [wanted = std::move(wanted)](std::string_view name) { return name == wanted; };
+  };
+  std::vector<WatchedFolder> folders{{parentOf(settings), isNamed(nameOf(settings))}, {"/etc", isNamed("localtime")}};
+  if (const auto data = QMBillsLoader{platform()}.tallyvaneDirectory()) folders.push_back({*data, isFileOfBills});
+  fileWatch_.watch(folders);
+}
+
+void Agent::waitForMidnight() {
+  const Calendar& calendar = Calendar::of(platform().region);
+  const CivilDay today = calendar.civilDay(platform().clock.now());
+  midnight_.set(calendar.startOfDay(addDays(today, 1)));
+}
+
+}  // namespace tallyvane::agent
