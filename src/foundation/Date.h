@@ -17,7 +17,7 @@ using CivilDay = std::chrono::local_days;
 inline constexpr Date distantPast = std::chrono::sys_days{std::chrono::year{1} / 1 / 1};
 inline constexpr Date distantFuture = std::chrono::sys_days{std::chrono::year{4001} / 1 / 1};
 
-/// Whole seconds from `from` to `to`, cut toward zero.
+/// Whole seconds from `from` to `to`, cut toward zero; the two lie within the years that a calendar holds.
 constexpr std::int64_t wholeSecondsBetween(Date from, Date to) {
   return std::chrono::duration_cast<std::chrono::seconds>(to - from).count();
 }

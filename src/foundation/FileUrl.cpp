@@ -16,6 +16,7 @@ bool standsAsItIs(char c) {
 /// Nothing when a per cent sign is not followed by two hexadecimal digits, or stands for a null byte.
 std::optional<std::string> percentDecoded(std::string_view text) {
   std::string decoded;
+  if (text.find('\0') != std::string_view::npos) return std::nullopt;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] != '%') {
       decoded += text[i];

@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "foundation/Value.h"
@@ -27,6 +28,15 @@ namespace tallyvane {
 [[nodiscard]] float floatValue(const Value* value);
 [[nodiscard]] double doubleValue(const Value* value);
 [[nodiscard]] bool boolValue(const Value* value);
+
+/// The same for a value at hand that may be absent.
+[[nodiscard]] inline std::int32_t int32Value(const std::optional<Value>& value) {
+  return int32Value(value ? &*value : nullptr);
+}
+[[nodiscard]] inline std::int64_t integerValue(const std::optional<Value>& value) {
+  return integerValue(value ? &*value : nullptr);
+}
+[[nodiscard]] inline bool boolValue(const std::optional<Value>& value) { return boolValue(value ? &*value : nullptr); }
 
 /// The same for the value under a key.
 [[nodiscard]] inline std::int32_t int32Value(const Dictionary& from, std::string_view key) {

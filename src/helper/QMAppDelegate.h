@@ -16,7 +16,8 @@ class QMAppDelegate {
   QMAppDelegate(Workspace& workspace, Application& application) : workspace_(workspace), application_(application) {}
 
   void applicationDidFinishLaunching() { showTallyvane(); }
-  /// Opens the launch URL unless the main application is running; ends this program in every case.
+  /// Opens the launch URL unless the main application is running; ends this program in every case. The menu's command
+  /// is this same operation, so choosing it inside the helper ends the helper; deliberate.
   void showTallyvane();
 
   /// Never set by the helper itself.

@@ -11,7 +11,6 @@ namespace tallyvane {
 
 namespace {
 
-constexpr std::int64_t paidAutomatically = 1;
 constexpr double nameSize = 13.0;
 constexpr double dueTextSize = 9.0;
 
@@ -45,7 +44,7 @@ bool belongsInMenu(const Platform& platform, const Dictionary& row) {
   const std::int64_t horizon = integerSetting(platform.defaults, key::DueSoonDays);
   const bool leavesOutAutomatic = integerSetting(platform.defaults, key::DontCountAuto) != 0;
   const std::int64_t days = QMBillsLoader{platform}.getDaysApartWithDateAndCurrentDate(*due, platform.clock.now());
-  return days <= horizon && !(leavesOutAutomatic && integerValue(row, key::PayType) == paidAutomatically);
+  return days <= horizon && !(leavesOutAutomatic && integerValue(row, key::PayType) == key::paidAutomatically);
 }
 
 }  // namespace
@@ -83,32 +82,27 @@ void QMHelperMenulet::attachDefaultItemsToMenu() {
   command.kind = MenuEntry::Kind::command;
   command.title = platform_.region.localized("Show Tallyvane");
   command.action = "showTallyvane";
-  setEntries({command, MenuEntry{}});
+  if (theMenu) theMenu->entries.clear();
+  append({command, MenuEntry{}});
 }
 
 void QMHelperMenulet::attachBillsToMenuWithData(const std::vector<Dictionary>& rows) {
-  std::vector<MenuEntry> entries = theMenu ? theMenu->entries : std::vector<MenuEntry>();
-  std::int64_t count = 0;
+  std::vector<MenuEntry> bills;
   for (const Dictionary& row : sortedByDueDate(rows)) {
-    if (!belongsInMenu(platform_, row)) continue;
-    entries.push_back(billEntry(row));
-    ++count;
+    if (belongsInMenu(platform_, row)) bills.push_back(billEntry(row));
   }
-  setEntries(std::move(entries));
+  const std::size_t count = bills.size();
+  append(std::move(bills));
   setStatusTitle(count > 0 ? std::to_string(count) : std::string());
 }
 
-void QMHelperMenulet::addMenuItemWithDictionary(const Dictionary& row) {
-  std::vector<MenuEntry> entries = theMenu ? theMenu->entries : std::vector<MenuEntry>();
-  entries.push_back(billEntry(row));
-  setEntries(std::move(entries));
-}
+void QMHelperMenulet::addMenuItemWithDictionary(const Dictionary& row) { append({billEntry(row)}); }
 
 void QMHelperMenulet::menuWillHighlightItem(const Menu& /*menu*/, const MenuEntry* /*item*/) {}
 
-void QMHelperMenulet::setEntries(std::vector<MenuEntry> entries) {
+void QMHelperMenulet::append(std::vector<MenuEntry> entries) {
   if (!theMenu || !statusItem) return;
-  theMenu->entries = std::move(entries);
+  theMenu->entries.insert(theMenu->entries.end(), entries.begin(), entries.end());
   statusItem->setMenu(*theMenu);
 }
 

@@ -35,8 +35,8 @@ class QMHelperMenulet {
   void menuWillHighlightItem(const Menu& menu, const MenuEntry* item);
 
  private:
-  /// Replaces the menu's entries and shows them; without a status item there is no menu to change.
-  void setEntries(std::vector<MenuEntry> entries);
+  /// Adds to the menu and shows it; without a status item there is no menu to change.
+  void append(std::vector<MenuEntry> entries);
 
   const Platform& platform_;
 };

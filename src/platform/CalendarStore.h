@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,12 @@ struct CalendarEvent {
   std::vector<Alarm> alarms;
 };
 
+/// The list of calendars cannot be read; what() says why.
+class CalendarStoreError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 /// The user's calendars of events. Every change is committed before the call returns and touches this one event only,
 /// not the others of its series. Errors of reading the list of calendars are thrown as CalendarStoreError; all others
 /// are results.
@@ -52,11 +59,6 @@ class CalendarStore {
   virtual Result<> remove(const CalendarEvent& event) = 0;
   /// The events of one calendar that overlap the time from `from` to `to`, by start.
   [[nodiscard]] virtual std::vector<CalendarEvent> events(const std::string& calendar, Date from, Date to) = 0;
-};
-
-/// The list of calendars cannot be read.
-struct CalendarStoreError {
-  std::string text;
 };
 
 }  // namespace tallyvane

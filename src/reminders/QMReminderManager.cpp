@@ -27,14 +27,17 @@ std::optional<std::string> chosenCalendar(UserDefaults& defaults) {
   const std::optional<Value> stored = defaults.object(key::CalendarList);
   const Array* list = stored ? stored->get<Array>() : nullptr;
   if (list == nullptr) return std::nullopt;
-  const std::vector<std::string> titles = stringsOf(list);
   const auto index = static_cast<std::uint32_t>(int32Setting(defaults, key::ReminderCalendarNumber));
-  return index < titles.size() ? titles[index] : "Tallyvane";
+  if (index >= list->size()) return "Tallyvane";
+  const auto* title = (*list)[index].get<std::string>();
+  return title == nullptr ? std::nullopt : std::optional(*title);
 }
 
 std::vector<UserNotification> ofBill(std::vector<UserNotification> notifications, const std::string& bid) {
-  std::erase_if(notifications,
-                [&](const UserNotification& n) { return n.userInfo.valueOr(key::Bid, std::string()) != bid; });
+  std::erase_if(notifications, [&](const UserNotification& notification) {
+    const auto* owner = notification.userInfo.get<std::string>(key::Bid);
+    return owner == nullptr || *owner != bid;
+  });
   return notifications;
 }
 
@@ -98,7 +101,9 @@ void QMReminderManager::addEvent(const Dictionary& bill, Date due, Date alarm) {
     return;
   }
   CalendarStore& store = platform_.calendars;
-  const EventCalendar calendar = createCalendarInCalendars(*calendarName, store.calendars());
+  const std::optional<std::vector<EventCalendar>> calendars = readCalendars();
+  if (!calendars) return;  // not as if there were none: that would make a second calendar of the same name
+  const EventCalendar calendar = createCalendarInCalendars(*calendarName, *calendars);
   const std::string title = reminderTitle(platform_.region, nameOf(bill));
   note(platform_.log, "A calendar event was not saved",
        store.save(eventForBill(store, calendar.identifier, title, due, alarm)));
@@ -155,15 +160,20 @@ EventCalendar QMReminderManager::createCalendarInCalendars(const std::string& na
 }
 
 std::optional<EventCalendar> QMReminderManager::findCalendarWithName(const std::optional<std::string>& name) {
-  try {
-    for (const EventCalendar& calendar : platform_.calendars.calendars()) {
-      if (calendar.title == name) return calendar;
-    }
-  } catch (const CalendarStoreError& error) {
-    platform_.log.line("Calendar error, using default");
-    platform_.log.diagnostic("The calendars cannot be read: " + error.text);
+  for (const EventCalendar& calendar : readCalendars().value_or(std::vector<EventCalendar>())) {
+    if (calendar.title == name) return calendar;
   }
   return std::nullopt;
+}
+
+std::optional<std::vector<EventCalendar>> QMReminderManager::readCalendars() {
+  try {
+    return platform_.calendars.calendars();
+  } catch (const CalendarStoreError& error) {
+    platform_.log.line("Calendar error, using default");
+    platform_.log.diagnostic(std::string("The calendars cannot be read: ") + error.what());
+    return std::nullopt;
+  }
 }
 
 std::optional<Date> QMReminderManager::calculateAlarmDateWithBill(const Dictionary& bill) const {

@@ -26,7 +26,8 @@ class QMReminderManager {
   /// Rebuilds the calendar event of each bill that wants reminders. Notifications are scheduled anew without removing
   /// the earlier ones: running it twice schedules a second; deliberate.
   void checkForNotificationsToAddWithBillList(const std::vector<Dictionary>& bills);
-  /// Does nothing for a bill without a due date.
+  /// Does nothing for a bill without a due date. Makes no event, but the notification, while the user has no list of
+  /// calendars or the calendars cannot be read.
   void createTallyvaneReminderForBill(const Dictionary& bill);
   void removeTallyvaneRemindersForBillName(const std::string& name);
   void removeNotificationCenterRemindersForBid(const std::string& bid);
@@ -37,8 +38,8 @@ class QMReminderManager {
   [[nodiscard]] EventCalendar createCalendarInCalendars(const std::string& name,
                                                         const std::vector<EventCalendar>& calendars);
   [[nodiscard]] std::optional<EventCalendar> findCalendarWithName(const std::optional<std::string>& name);
-  /// "QMReminderTime" on the day that lies "ReminderDays" before the due day; 09:00 while that was never set. No value
-  /// without a due date.
+  /// "QMReminderTime" as a clock on the wall shows it, also on the day of a clock change, on the day that lies
+  /// "ReminderDays" before the due day; 09:00 while that was never set. No value without a due date.
   [[nodiscard]] std::optional<Date> calculateAlarmDateWithBill(const Dictionary& bill) const;
   [[nodiscard]] Date normalizedDate(Date date) const;
 
@@ -48,6 +49,7 @@ class QMReminderManager {
   [[nodiscard]] bool shouldAddEmails() const;
 
  private:
+  [[nodiscard]] std::optional<std::vector<EventCalendar>> readCalendars();
   void addEvent(const Dictionary& bill, Date due, Date alarm);
 
   const Platform& platform_;

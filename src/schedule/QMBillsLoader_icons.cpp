@@ -11,11 +11,11 @@ namespace tallyvane {
 namespace {
 
 constexpr std::int64_t secondsPerDay = 86400;
-constexpr std::int64_t paidAutomatically = 1;
 constexpr std::int64_t defaultWidgetHorizonInDays = 7;
 
+/// Settings and payment type are read in 64 bits here, and in 32 bits for hiding and sections; deliberate.
 std::string dueIcon(const Value* sortNumber, const Value* payType, std::int64_t dueSoonDays) {
-  if (integerValue(payType) == paidAutomatically) return "blue5.png";
+  if (integerValue(payType) == key::paidAutomatically) return "blue5.png";
   const std::int64_t seconds = integerValue(sortNumber);
   if (seconds <= -secondsPerDay) return "red5.png";
   return seconds / secondsPerDay > dueSoonDays ? "green5.png" : "yellow5.png";
@@ -76,6 +76,7 @@ std::string QMBillsLoader::createDueIconForExtensionWithSortNumberAndPaymentType
 std::string QMBillsLoader::calculateIconWithDueDateNumber(const Value* sortNumber) const {
   constexpr std::int32_t fifteenDays = 1296000;
   const std::int32_t seconds = int32Value(sortNumber);
+  // Unlike the current set this one is red from the first second; deliberate.
   if (seconds < 0) return "red.png";
   return seconds < fifteenDays ? "yellow.png" : "green.png";
 }

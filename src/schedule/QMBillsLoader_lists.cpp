@@ -13,8 +13,6 @@ namespace tallyvane {
 
 namespace {
 
-constexpr std::int32_t paidAutomatically = 1;
-
 bool hasTag(const Dictionary& bill, std::string_view tag) {
   const Array* tags = bill.get<Array>(key::Tags);
   return tags != nullptr && std::find(tags->begin(), tags->end(), Value(tag)) != tags->end();
@@ -52,13 +50,21 @@ void shareHorizon(const Platform& platform) {
 
 }  // namespace
 
+/// A rule of the wrong type is a rule that cannot be read, not an absent one.
+std::optional<std::string> QMBillsLoader::repeatSentence(const Dictionary& bill) const {
+  static const Array unreadable;
+  const Array* repeat = bill.get<Array>(key::Repeat);
+  return createHumanRepeatWithArray(repeat == nullptr && bill.contains(key::Repeat) ? &unreadable : repeat);
+}
+
 void QMBillsLoader::addDisplayKeys(Dictionary& bill) const {
-  bill.set(key::HumanRepeat, createHumanRepeatWithArray(bill.get<Array>(key::Repeat)).value_or(std::string()));
+  bill.set(key::HumanRepeat, repeatSentence(bill).value_or(std::string()));
   const Value* payType = bill.find(key::PayType);
   const Date* due = bill.get<Date>(key::DueDate);
   if (due == nullptr) {
     // Nothing can be said of it but whether it is paid automatically.
-    const bool automatic = integerValue(payType) == paidAutomatically;
+    const bool automatic = integerValue(payType) == key::paidAutomatically;
+    bill.erase(key::SortableDueDate);  // a file may hold an earlier one
     bill.set(key::HumanDueDate, "");
     bill.set(key::DueIcon, automatic ? "blue5.png" : "");
     bill.set(key::DueString, "");
@@ -83,7 +89,7 @@ std::vector<Dictionary> QMBillsLoader::loadBillsInGroupWithTag(std::string_view 
     if (!row || (!tag.empty() && !hasTag(*row, tag))) continue;
     avoidWeekend(platform_, *row);
     addDisplayKeys(*row);
-    if (hidesAutomatic && int32Value(*row, key::PayType) == paidAutomatically) continue;
+    if (hidesAutomatic && int32Value(*row, key::PayType) == key::paidAutomatically) continue;
     rows.push_back(std::move(*row));
   }
   platform_.log.line("Running Overview Update");

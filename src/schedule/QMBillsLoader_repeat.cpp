@@ -84,6 +84,7 @@ std::string everyMonths(const Region& region, std::int64_t count) {
 
 }  // namespace
 
+// Titles are not localized and differ from the sentences in case and wording; deliberate.
 const std::vector<std::string_view>& repeatTitles() {
   static const std::vector<std::string_view> titles = {"Weekly",
                                                        "Twice Per Month",

@@ -73,7 +73,7 @@ std::optional<Dictionary> QMBillsLoader::loadDataForExtension() {
   const Dictionary* next = stored ? stored->get<Dictionary>() : nullptr;
   if (next == nullptr) return std::nullopt;
   Dictionary bill = *next;
-  addDisplayKeys(bill);
+  addDisplayKeys(bill);  // with the icon of the user's own horizon, not the widget's; deliberate
   return bill;
 }
 

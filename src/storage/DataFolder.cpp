@@ -24,7 +24,10 @@ std::string pathInDataFolder(const Platform& platform, std::string_view name) {
 std::string billPath(const Platform& platform, std::string_view bid) { return billPathIn(dataFolder(platform), bid); }
 
 std::string billPathIn(const std::string& folder, std::string_view bid) {
-  return bid.empty() ? std::string() : pathIn(folder, std::string(bid) + ".plist");
+  const std::string name = std::string(bid) + ".plist";
+  const bool isOtherFile =
+      name == billIndexName || name == tagIndexName || name == "incomeindex.plist" || name == "mailindex.plist";
+  return bid.empty() || isOtherFile ? std::string() : pathIn(folder, name);
 }
 
 }  // namespace tallyvane

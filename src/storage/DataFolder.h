@@ -16,7 +16,8 @@ inline constexpr std::string_view tagIndexName = "tagindex.plist";
 /// is no data folder or the name would lead out of it: nothing lands elsewhere.
 [[nodiscard]] std::string pathInDataFolder(const Platform& platform, std::string_view name);
 
-/// The file of the bill with this identifier; empty as above, and for an empty identifier.
+/// The file of the bill with this identifier; empty as above, and for an identifier that is empty or names another file
+/// of the data folder.
 [[nodiscard]] std::string billPath(const Platform& platform, std::string_view bid);
 
 /// The same in a data folder whose path ("" for none) is at hand, for walks over many bills.

@@ -27,6 +27,9 @@ inline constexpr std::string_view Amount = "Amount";
 inline constexpr std::string_view PayType = "PayType";
 inline constexpr std::string_view Rev = "Rev";
 
+/// The "PayType" of a bill that is paid automatically.
+inline constexpr int paidAutomatically = 1;
+
 // Added to a bill dictionary for display.
 inline constexpr std::string_view DateWasModified = "DateWasModified";
 inline constexpr std::string_view HumanRepeat = "HumanRepeat";
@@ -44,7 +47,7 @@ inline constexpr std::string_view cloudArchivedBills = "archivedbills";
 inline constexpr std::string_view cloudDeletedBills = "deletedbills";
 inline constexpr std::string_view cloudTags = "tagindex";
 
-// Settings of the user. Not all carry the prefix; that is deliberate, as is "Cusom".
+// Settings of the user. Not all carry the prefix; that is deliberate, as are "Cusom" and the M of "AutoMatic".
 inline constexpr std::string_view CustomLocationEnabled = "QMCustomLocationEnabled";
 inline constexpr std::string_view CustomLocationBookmark = "QMCustomLocationBookmark";
 inline constexpr std::string_view CustomLocationTempPath = "QMCusomLocationTempPath";

@@ -24,8 +24,8 @@ class QMBill {
  public:
   explicit QMBill(const Platform& platform) : platform_(platform) {}
 
-  // 1 The record, in the order of its keys in the file. Set every property before writeBill: the file ends at the first
-  // one without a value; deliberate.
+  // 1 The record. Set every property before writeBill: the file ends at the first one without a value; deliberate. A
+  // bill whose identifier is absent or can name no file of the data folder is not written; the log says so.
 
   std::optional<std::string> name;
   std::optional<std::string> icon;
@@ -70,7 +70,7 @@ class QMBill {
   void deleteAllBills();
   void deleteBillWithBid(const std::string& billIdentifier);
   void archiveBillWithBid(const std::string& billIdentifier);
-  /// Takes archived bills only from their list; mirrors nothing and makes no reminders.
+  /// Takes a bill out of the archive only; mirrors nothing and makes no reminders.
   void restoreBillWithBid(const std::string& billIdentifier);
   void moveBillFromIndexToIndexNotUsingIndexAndDisableBill(const std::string& billIdentifier, std::string_view from,
                                                            std::string_view to, std::string_view other, bool disable);

@@ -21,6 +21,7 @@ void writeIndex(const Platform& platform, const Dictionary& index) {
   (void)savePropertyListFile(platform.files, pathInDataFolder(platform, billIndexName), index);
 }
 
+/// A list that is missing reads, and is mirrored, as an empty one.
 Array listOf(const Dictionary& index, std::string_view key) { return index.valueOr(key, Array()); }
 
 bool holds(const Dictionary& index, std::string_view key, const std::string& bid) {
@@ -31,12 +32,13 @@ bool holds(const Dictionary& index, std::string_view key, const std::string& bid
 void removeReminders(const Platform& platform, const std::string& bid) {
   const Dictionary bill = QMBillsLoader{platform}.loadBillWithID(bid).value_or(Dictionary());
   QMReminderManager reminders{platform};
-  reminders.removeTallyvaneRemindersForBillName(bill.valueOr(key::Name, std::string()));
+  if (const auto* name = bill.get<std::string>(key::Name)) reminders.removeTallyvaneRemindersForBillName(*name);
   reminders.removeNotificationCenterRemindersForBid(bid);
 }
 
 }  // namespace
 
+// The lines of an upload stand in the log whether or not the user syncs; deliberate.
 void QMBill::overWriteIndexFileWithDictionaryUpdatingKey(const Dictionary& index, std::string_view cloudKey) {
   writeIndex(platform_, index);
   if (cloudKey == key::cloudActiveBills) {
@@ -56,6 +58,11 @@ void QMBill::moveBillFromIndexToIndexNotUsingIndexAndDisableBill(const std::stri
                                                                  std::string_view other, bool disable) {
   const Dictionary index = readIndex(platform_);
   if (disable) removeReminders(platform_, billIdentifier);
+  if (index.contains(from) && index.get<Array>(from) == nullptr) {
+    platform_.log.diagnostic("Not a list of bills, left as it is: " + std::string(from) + " in " +
+                             pathInDataFolder(platform_, billIndexName));
+    return;
+  }
 
   Dictionary moved;
   // Pairs end at the first missing value, so an index without the from-list becomes an empty one; deliberate.
@@ -81,22 +88,28 @@ void QMBill::deleteBillWithBid(const std::string& billIdentifier) {
     moveBillFromIndexToIndexNotUsingIndexAndDisableBill(billIdentifier, key::ArchivedBills, key::DeletedBills,
                                                         key::ActiveBills, true);
   }
+  // Mirrored also when nothing moved; deliberate.
   uploadDeletedBillsToiCloud(listOf(readIndex(platform_), key::DeletedBills));
 }
 
 void QMBill::archiveBillWithBid(const std::string& billIdentifier) {
+  // Whether the bill is active is not looked at; deliberate.
   moveBillFromIndexToIndexNotUsingIndexAndDisableBill(billIdentifier, key::ActiveBills, key::ArchivedBills,
                                                       key::DeletedBills, true);
   uploadArchivedBillsToiCloud(listOf(readIndex(platform_), key::ArchivedBills));
 }
 
 void QMBill::restoreBillWithBid(const std::string& billIdentifier) {
+  // A deleted bill becomes active and stays among the deleted; deliberate.
   moveBillFromIndexToIndexNotUsingIndexAndDisableBill(billIdentifier, key::ArchivedBills, key::ActiveBills,
                                                       key::DeletedBills, false);
 }
 
 void QMBill::deleteAllBills() {
-  writeIndex(platform_, {{"ActiveBills", Array()}, {"ArchivedBills", Array()}, {"DeletedBills", Array()}});
+  Dictionary empty;
+  for (const auto list : {key::ActiveBills, key::ArchivedBills, key::DeletedBills}) empty.set(list, Array());
+  // Files of bills, their reminders and the cloud store stay as they are; deliberate.
+  writeIndex(platform_, empty);
 }
 
 }  // namespace tallyvane

@@ -65,7 +65,8 @@ Dictionary withoutDisplayKeys(Dictionary bill) {
   return bill;
 }
 
-/// The index with the bill among the active ones and no longer among the archived; its other lists stay as they are.
+/// The index with the bill among the active ones and no longer among the archived. "DeletedBills" stays as it is, so a
+/// bill may stand in both; deliberate.
 void enterActive(Dictionary& index, const std::string& bid, Log& log) {
   const Value identifier(bid);
   Array archived = index.valueOr(key::ArchivedBills, Array());
@@ -90,19 +91,28 @@ Array writeIndexWith(const Platform& platform, const std::string& bid) {
     enterActive(*index, bid, log);
   } else {
     log.line("Creating Blank Index");
-    index = Dictionary{{"ActiveBills", Array{bid}}, {"DeletedBills", Array()}, {"ArchivedBills", Array()}};
+    index = Dictionary();
+    index->set(key::ActiveBills, Array{bid});
+    index->set(key::DeletedBills, Array());
+    index->set(key::ArchivedBills, Array());
   }
   (void)savePropertyListFile(platform.files, path, *index);
   log.line("Speed4");
   return index->valueOr(key::ActiveBills, Array());
 }
 
+/// Whether the identifier names a file of the data folder; the log says so if not.
+bool isIdentified(const Platform& platform, const std::string& bid) {
+  if (!billPathIn("/", bid).empty()) return true;
+  platform.log.diagnostic("A bill without a usable identifier was not written: '" + bid + "'");
+  return false;
+}
+
 /// Replaces the bill's file and reminders by what the dictionary says.
-void replaceBill(const Platform& platform, const Dictionary& bill) {
-  const std::string bid = bill.valueOr(key::Bid, std::string());
+void replaceBill(const Platform& platform, const std::string& bid, const Dictionary& bill) {
   (void)savePropertyListFile(platform.files, billPath(platform, bid), bill);
   QMReminderManager reminders{platform};
-  reminders.removeTallyvaneRemindersForBillName(bill.valueOr(key::Name, std::string()));
+  if (const auto* name = bill.get<std::string>(key::Name)) reminders.removeTallyvaneRemindersForBillName(*name);
   reminders.removeNotificationCenterRemindersForBid(bid);
   if (boolValue(bill, key::RemindMe)) reminders.createTallyvaneReminderForBill(bill);
 }
@@ -112,10 +122,7 @@ void replaceBill(const Platform& platform, const Dictionary& bill) {
 // The lines "Speed1" to "Speed8" stand in the log exactly so and in this order; deliberate.
 void QMBill::writeBill(bool skipActiveMirror) {
   Log& log = platform_.log;
-  if (!bid) {
-    log.diagnostic("A bill without an identifier was not written");
-    return;
-  }
+  if (!isIdentified(platform_, bid.value_or(std::string()))) return;
   const Dictionary bill = billDictionary(*this);
   const bool wrote = static_cast<bool>(savePropertyListFile(platform_.files, billPath(platform_, *bid), bill));
   log.line(wrote ? "Wrote File = 1" : "Wrote File = 0");
@@ -123,11 +130,11 @@ void QMBill::writeBill(bool skipActiveMirror) {
 
   log.line("Speed4a");
   QMReminderManager reminders{platform_};
-  reminders.removeTallyvaneRemindersForBillName(name.value_or(std::string()));
+  if (name) reminders.removeTallyvaneRemindersForBillName(*name);
   log.line("Speed4b");
   reminders.removeNotificationCenterRemindersForBid(*bid);
   log.line("Speed4c");
-  const bool wantsReminders = boolValue(remindMe ? &*remindMe : nullptr);
+  const bool wantsReminders = boolValue(remindMe);
   log.line("Speed5");
   if (wantsReminders) reminders.createTallyvaneReminderForBill(bill);
   log.line("Speed6");
@@ -140,13 +147,16 @@ void QMBill::writeBill(bool skipActiveMirror) {
 }
 
 void QMBill::rewriteSpecificBill(const Dictionary& bill) {
+  const std::string identifier = bill.valueOr(key::Bid, std::string());
+  if (!isIdentified(platform_, identifier)) return;
   const Dictionary record = withoutDisplayKeys(bill);
-  replaceBill(platform_, record);
-  uploadBillToiCloudWithBidAndDictionary(record.valueOr(key::Bid, std::string()), record);
+  replaceBill(platform_, identifier, record);
+  uploadBillToiCloudWithBidAndDictionary(identifier, record);
 }
 
 void QMBill::rewriteSpecificBillWithoutUpdatingiCloud(const Dictionary& bill) {
-  replaceBill(platform_, withoutDisplayKeys(bill));
+  const std::string identifier = bill.valueOr(key::Bid, std::string());
+  if (isIdentified(platform_, identifier)) replaceBill(platform_, identifier, withoutDisplayKeys(bill));
 }
 
 void QMBill::saveSpecificKeyWithValueForBill(const std::string& key, const Value& value,
@@ -162,8 +172,8 @@ void QMBill::saveSpecificKeysWithValuesForBill(const std::vector<std::string>& k
     // A key given twice takes its first value both times.
     const auto first = std::find(keys.begin(), keys.end(), key) - keys.begin();
     bill.set(key, values.at(static_cast<std::size_t>(first)));
-    const bool wantsReminders = boolValue(remindMe ? &*remindMe : nullptr);
-    if (key == tallyvane::key::DueDate && wantsReminders)
+    // This object's own wish decides, not the stored bill's, and old reminders stay; deliberate.
+    if (key == tallyvane::key::DueDate && boolValue(remindMe))
       QMReminderManager{platform_}.createTallyvaneReminderForBill(bill);
   }
   (void)savePropertyListFile(platform_.files, billPath(platform_, billIdentifier), bill);

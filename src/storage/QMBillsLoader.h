@@ -23,7 +23,7 @@
 namespace tallyvane {
 
 /// Made fresh for each use and thrown away; keeps no bills. Days, texts and order follow the region's locale, calendar
-/// and time zone. Files that cannot be read count as empty; see readPropertyListFile for what is logged.
+/// and time zone. Files that cannot be read count as missing; see readPropertyListFile for what is logged.
 class QMBillsLoader {
  public:
   explicit QMBillsLoader(const Platform& platform) : platform_(platform) {}
@@ -141,6 +141,7 @@ class QMBillsLoader {
  private:
   [[nodiscard]] std::optional<std::string> dataFolderOfBookmark();
   [[nodiscard]] std::optional<std::string> resolvedBookmark();
+  [[nodiscard]] std::optional<std::string> repeatSentence(const Dictionary& bill) const;
   [[nodiscard]] bool isBeyondHorizon(Date date) const;
   /// Sets the five display keys, as of now. A missing due date gives empty due texts and no sort number.
   void addDisplayKeys(Dictionary& bill) const;

@@ -10,6 +10,11 @@ namespace {
 
 std::string_view lastPathComponent(std::string_view path) { return path.substr(path.rfind('/') + 1); }
 
+/// With one slash between the two, also below the root folder.
+std::string joined(const std::string& folder, std::string_view rest) {
+  return (folder.ends_with('/') ? folder : folder + "/") + std::string(rest);
+}
+
 /// Created with the folders that lead to it; a failure shows in the reads and writes that follow.
 std::string createdFolder(FileStore& files, std::string path) {
   (void)files.createFolder(path);
@@ -25,6 +30,7 @@ std::optional<std::string> QMBillsLoader::tallyvaneDirectory() {
   }
   const std::optional<Value> stored = platform_.defaults.object(key::CustomLocationTempPath);
   const auto* cached = stored ? stored->get<std::string>() : nullptr;
+  // Who switches a location on sets the cache to "", or there is none; and what is cached is not checked. Deliberate.
   if (cached == nullptr) return std::nullopt;
   if (!cached->empty()) return *cached;
 
@@ -43,11 +49,11 @@ std::optional<std::string> QMBillsLoader::dataFolderOfBookmark() {
   if (!folder) return std::nullopt;
   platform_.bookmarks.startAccessing(*folder);
   if (boolSetting(platform_.defaults, key::DropboxSyncEnabled)) {
-    return *folder + "/Apps/Tallyvane/" + std::string(dataFolderName);
+    return joined(*folder, "Apps/Tallyvane/" + std::string(dataFolderName));
   }
   // A bookmark of the data folder itself gives no path; deliberate.
   if (lastPathComponent(*folder) == dataFolderName) return std::nullopt;
-  return *folder + "/" + std::string(dataFolderName);
+  return joined(*folder, dataFolderName);
 }
 
 std::optional<std::string> QMBillsLoader::resolvedBookmark() {
@@ -60,7 +66,7 @@ std::optional<std::string> QMBillsLoader::resolvedBookmark() {
 std::optional<std::string> QMBillsLoader::tallyvaneDropboxFolder() {
   if (!boolSetting(platform_.defaults, key::CustomLocationEnabled)) return std::string();
   std::optional<std::string> folder = resolvedBookmark();
-  platform_.log.line("Final URL: " + (folder ? fileUrlOf(*folder + "/") : "(null)"));
+  platform_.log.line("Final URL: " + (folder ? fileUrlOf(joined(*folder, "")) : "(null)"));
   return folder;
 }
 

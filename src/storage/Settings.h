@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string_view>
 
 #include "foundation/NumberReading.h"
@@ -11,18 +10,15 @@
 namespace tallyvane {
 
 [[nodiscard]] inline bool boolSetting(UserDefaults& defaults, std::string_view key) {
-  const std::optional<Value> value = defaults.object(key);
-  return boolValue(value ? &*value : nullptr);
+  return boolValue(defaults.object(key));
 }
 
 [[nodiscard]] inline std::int64_t integerSetting(UserDefaults& defaults, std::string_view key) {
-  const std::optional<Value> value = defaults.object(key);
-  return integerValue(value ? &*value : nullptr);
+  return integerValue(defaults.object(key));
 }
 
 [[nodiscard]] inline std::int32_t int32Setting(UserDefaults& defaults, std::string_view key) {
-  const std::optional<Value> value = defaults.object(key);
-  return int32Value(value ? &*value : nullptr);
+  return int32Value(defaults.object(key));
 }
 
 }  // namespace tallyvane

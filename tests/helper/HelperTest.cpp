@@ -81,9 +81,10 @@ TEST_F(Menulet, ShowsTheBillsWithinTheHorizonInOrderAndTheirCount) {
 }
 
 TEST_F(Menulet, IsEmptyButForItsCommandWithoutBills) {
+  desktop.region.words = [](std::string_view word) { return word == "Show Tallyvane" ? "Zeige Tallyvane" : ""; };
   menulet.updateMenuWithDataSource({row("Today", 0)});
   menulet.updateMenuWithDataSource({});
-  EXPECT_THAT(titles(desktop.statusBar.shown.menu), ElementsAre("Show Tallyvane", "---"));
+  EXPECT_THAT(titles(desktop.statusBar.shown.menu), ElementsAre("Zeige Tallyvane", "---"));
   EXPECT_EQ(desktop.statusBar.shown.title.text, "");
 }
 

@@ -57,6 +57,7 @@ TEST_F(Reminders, PlaceAnAllDayEventWithOneAlarmAndANotification) {
   EXPECT_EQ(notification.actionButtonTitle, "View");
   EXPECT_TRUE(notification.hasActionButton);
   EXPECT_EQ(notification.userInfo, (Dictionary{{"Bid", "A1"}}));
+  EXPECT_EQ(notification.soundName, "default");
   EXPECT_EQ(notification.deliveryDate, alarm);
   EXPECT_THAT(desktop.log.lines, ElementsAre("Updating Reminder"));
 }
@@ -125,10 +126,12 @@ TEST_F(Reminders, RemoveDeliveredAndScheduledNotificationsOfOneBill) {
   QMReminderManager manager{desktop.platform};
   manager.createTallyvaneReminderForBill(reminding("A1", "Rent", daysFromToday(5)));
   manager.createTallyvaneReminderForBill(reminding("B2", "Gym", daysFromToday(5)));
+  (void)desktop.notifications.schedule(UserNotification{});  // another program's, without a bill
+  manager.removeNotificationCenterRemindersForBid("");
   desktop.notifications.deliveredList = desktop.notifications.scheduledList;
   manager.removeNotificationCenterRemindersForBid("A1");
-  ASSERT_EQ(desktop.notifications.scheduledList.size(), 1U);
-  ASSERT_EQ(desktop.notifications.deliveredList.size(), 1U);
+  ASSERT_EQ(desktop.notifications.scheduledList.size(), 2U);
+  ASSERT_EQ(desktop.notifications.deliveredList.size(), 2U);
   EXPECT_EQ(desktop.notifications.deliveredList[0].title, "Pay Gym");
 }
 
@@ -138,9 +141,13 @@ TEST_F(Reminders, TheCalendarIsTheChosenOneOfTheUsersList) {
     Value number;
     std::optional<std::string> name;
   };
-  const Case cases[] = {{Array{"Home", "Bills"}, 1, "Bills"},           {Array{"Home", "Bills"}, 5, "Tallyvane"},
-                        {Array{"Home", "Bills"}, -1, "Tallyvane"},      {Array{}, 0, "Tallyvane"},
-                        {Array{"Home"}, std::int64_t{1} << 32, "Home"}, {std::nullopt, 0, std::nullopt}};
+  const Case cases[] = {{Array{"Home", "Bills"}, 1, "Bills"},
+                        {Array{"Home", "Bills"}, 5, "Tallyvane"},
+                        {Array{"Home", "Bills"}, -1, "Tallyvane"},
+                        {Array{}, 0, "Tallyvane"},
+                        {Array{"Home"}, std::int64_t{1} << 32, "Home"},
+                        {Array{5, "Bills"}, 1, "Bills"},
+                        {std::nullopt, 0, std::nullopt}};
   for (const Case& c : cases) {
     desktop.defaults.content.erase("QMCalendarList");
     if (c.list) desktop.defaults.content.set("QMCalendarList", *c.list);
@@ -154,10 +161,26 @@ TEST_F(Reminders, TheCalendarIsTheChosenOneOfTheUsersList) {
   EXPECT_EQ(QMReminderManager{desktop.platform}.reminderCalendar(), "Reminders");
 }
 
-TEST_F(Reminders, AnUnreadableListOfCalendarsIsLoggedAndCountsAsNotFound) {
+TEST_F(Reminders, AnUnreadableListOfCalendarsIsLoggedAndKeepsOnlyTheEventsAway) {
   desktop.calendars.unreadable = true;
-  QMReminderManager{desktop.platform}.removeTallyvaneRemindersForBillName("Rent");
+  QMReminderManager manager{desktop.platform};
+  manager.removeTallyvaneRemindersForBillName("Rent");
   EXPECT_THAT(desktop.log.lines, ElementsAre("Calendar error, using default"));
+  manager.createTallyvaneReminderForBill(reminding("A1", "Rent", daysFromToday(5)));
+  EXPECT_TRUE(desktop.calendars.calendarList.empty()) << "no second calendar of the same name";
+  EXPECT_EQ(desktop.notifications.scheduledList.size(), 1U);
+}
+
+TEST_F(Reminders, SpeakTheUsersLanguage) {
+  desktop.region.words = [](std::string_view word) { return "[" + std::string(word) + "]"; };
+  QMReminderManager{desktop.platform}.createTallyvaneReminderForBill(reminding("A1", "Rent", daysFromToday(5)));
+  EXPECT_EQ(desktop.calendars.eventList.at(0).title, "[Pay ]Rent");
+  const UserNotification& notification = desktop.notifications.scheduledList.at(0);
+  EXPECT_EQ(notification.title, "[Pay ]Rent");
+  EXPECT_EQ(notification.informativeText, "[Bill is due on] Mon, Mar 15, 2027");
+  EXPECT_EQ(notification.actionButtonTitle, "[View]");
+  QMReminderManager{desktop.platform}.removeTallyvaneRemindersForBillName("Rent");
+  EXPECT_THAT(desktop.calendars.eventList, IsEmpty());
 }
 
 TEST_F(Reminders, FailuresOfTheCalendarAreAbsorbedAndKeptForTheOperator) {
@@ -168,12 +191,21 @@ TEST_F(Reminders, FailuresOfTheCalendarAreAbsorbedAndKeptForTheOperator) {
   EXPECT_THAT(desktop.log.lines, ElementsAre("Updating Reminder"));
 }
 
-TEST_F(Reminders, NeedTheirSwitchesAndADueDate) {
+TEST_F(Reminders, EachKindHasItsOwnSwitch) {
+  const std::string switches[] = {"QMRemindersTasks", "QMReminderEvents", "QMEnableNotificationCenter",
+                                  "QMEmailsEnabled"};
   const QMReminderManager manager{desktop.platform};
-  EXPECT_TRUE(manager.shouldAddEvents());
-  EXPECT_FALSE(manager.shouldAddTasks());
-  EXPECT_FALSE(manager.shouldAddEmails());
-  EXPECT_TRUE(manager.shouldAddNotifications());
+  for (const std::string& on : switches) {
+    for (const std::string& each : switches) desktop.defaults.content.set(each, each == on);
+    EXPECT_EQ(manager.shouldAddTasks(), on == "QMRemindersTasks");
+    EXPECT_EQ(manager.shouldAddEvents(), on == "QMReminderEvents");
+    EXPECT_EQ(manager.shouldAddNotifications(), on == "QMEnableNotificationCenter");
+    EXPECT_EQ(manager.shouldAddEmails(), on == "QMEmailsEnabled");
+  }
+}
+
+TEST_F(Reminders, NeedADueDateAndAPlaceToGo) {
+  const QMReminderManager manager{desktop.platform};
   QMReminderManager{desktop.platform}.createTallyvaneReminderForBill(
       without(reminding("A1", "Rent", daysFromToday(5)), "DueDate"));
   desktop.defaults.content.set("QMReminderEvents", false);

@@ -100,14 +100,18 @@ TEST(BillLists, OneBadFileLeavesTheOthersAndItselfAsTheyAre) {
 TEST(BillLists, ABillWithoutDueDateIsListedWithEmptyTextsAndStandsInNoSection) {
   FakeDesktop desktop;
   desktop.defaults.content.set("QMDueSoonDays", 7);
-  putActiveBills(desktop, {without(bill("A", "Dateless", daysFromToday(1)), "DueDate"),
-                           with(bill("B", "Ruleless", daysFromToday(1)), "Repeat", Array{1, 9})});
+  putActiveBills(desktop,
+                 {with(without(bill("A", "Dateless", daysFromToday(1)), "DueDate"), "SortableDueDate", -172800),
+                  with(bill("B", "Ruleless", daysFromToday(1)), "Repeat", Array{1, 9}),
+                  with(bill("C", "Odd rule", daysFromToday(30)), "Repeat", "monthly"),
+                  without(bill("D", "No rule", daysFromToday(30)), "Repeat")});
   QMBillsLoader loader{desktop.platform};
   const auto rows = loader.loadBills();
-  EXPECT_THAT(column(rows, "HumanDueDate"), ElementsAre("", "Due in 1 day"));
-  EXPECT_THAT(column(rows, "DueString"), ElementsAre("", "Thu, Mar 11, 2027"));
-  EXPECT_THAT(column(rows, "HumanRepeat"), ElementsAre("Every month", ""));
-  EXPECT_THAT(loader.rowsPerSectionForData(rows), ElementsAre(0, 1, 0));
+  EXPECT_THAT(column(rows, "HumanDueDate"),
+              ElementsAre("", "Due in 1 day", "Due in about 1 month", "Due in about 1 month"));
+  EXPECT_THAT(column(rows, "DueString"), ElementsAre("", "Thu, Mar 11, 2027", "Fri, Apr 9, 2027", "Fri, Apr 9, 2027"));
+  EXPECT_THAT(column(rows, "HumanRepeat"), ElementsAre("Every month", "", "Unknown", "Every 0 weeks"));
+  EXPECT_THAT(loader.rowsPerSectionForData(rows), ElementsAre(0, 1, 2));
   EXPECT_THAT(column(loader.loadBillsForExtension()), ElementsAre("Ruleless"));
   EXPECT_EQ(loader.getBillsDueSoonForExtensionWithBills(rows), 1);
 }
@@ -147,6 +151,29 @@ TEST(BillLists, SectionsAreCountedByDayAndTitledInOrder) {
     EXPECT_THAT(desktop.log.lines, ElementsAre("Bills: " + std::to_string(rows.size())));
     EXPECT_EQ(loader.sectionCountForData(rows), 3);
   }
+}
+
+TEST(BillLists, ReadSomeNumbersIn32Bits) {
+  constexpr std::int64_t beyond32Bits = std::int64_t{1} << 32;
+  FakeDesktop desktop;
+  desktop.defaults.content.set("QMHideAutoMaticBillsInOverview", true);
+  desktop.defaults.content.set("QMDueSoonDays", beyond32Bits + 7);
+  putActiveBills(desktop, {with(bill("A", "Auto?", daysFromToday(0)), "PayType", beyond32Bits + 1)});
+  const QMBillsLoader loader{desktop.platform};
+  EXPECT_THAT(QMBillsLoader{desktop.platform}.loadBills(), IsEmpty()) << "hiding reads 32 bits of the payment type";
+  const Value payType = beyond32Bits + 1;
+  EXPECT_EQ(loader.createDueIconWithSortNumberAndPaymentType(nullptr, &payType), "yellow5.png") << "the icon reads 64";
+  EXPECT_THAT(loader.rowsPerSectionForData({bill("B", "Later", daysFromToday(20))}), ElementsAre(0, 0, 1));
+  EXPECT_EQ(loader.getEstimatedAmountDueForBill({{"Amount", beyond32Bits}, {"Average", 42}}), Value(42));
+}
+
+TEST(BillLists, GoOnWhenTheGroupsSettingsCannotBeWritten) {
+  FakeDesktop desktop;
+  desktop.groupDefaults.failing = true;
+  putActiveBills(desktop, {bill("A", "Rent", daysFromToday(0))});
+  EXPECT_EQ(QMBillsLoader{desktop.platform}.loadBills().size(), 1U);
+  EXPECT_THAT(desktop.log.lines, ElementsAre("Oops, that did not work.", "Running Overview Update"));
+  EXPECT_THAT(desktop.log.diagnostics, Contains(HasSubstr("snapshot")));
 }
 
 TEST(BillLists, AnAmountBelowOneCountsAsNone) {

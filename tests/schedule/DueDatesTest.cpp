@@ -132,10 +132,41 @@ TEST(DueDates, MoveOffAWeekendByTheStepTwiceAtMostAndKeepTheTimeOnTheWall) {
   }
 }
 
-TEST(DueDates, TheWeekendShiftLogsItsTwoLines) {
+TEST(DueDates, TheWeekendShiftLogsItsFirstStepOnly) {
   FakeDesktop desktop;
-  (void)QMBillsLoader{desktop.platform}.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, 13), -1);
-  EXPECT_THAT(desktop.log.lines, ElementsAre("weekend!", "nextDate: 2027-03-12 17:00:00 +0000 ..."));
+  (void)QMBillsLoader{desktop.platform}.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, 6), 1);
+  EXPECT_THAT(desktop.log.lines, ElementsAre("weekend!", "nextDate: 2027-03-07 17:00:00 +0000 ..."));
+}
+
+TEST(DueDates, TheWeekendIsSaturdayAndSundayEverywhere) {
+  for (const char* locale : {"fa_IR", "ar_SA", "th_TH"}) {
+    FakeDesktop desktop;
+    desktop.region.locale = locale;
+    const QMBillsLoader loader{desktop.platform};
+    EXPECT_EQ(loader.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, 12), 1), std::nullopt) << locale;
+    EXPECT_EQ(loader.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, 6), 1), noon(2027, 3, 8)) << locale;
+  }
+}
+
+TEST(DueDates, LookUpEveryWordOfASentence) {
+  FakeDesktop desktop;
+  desktop.region.timeZone = "UTC";
+  desktop.region.words = [](std::string_view word) { return "[" + std::string(word) + "]"; };
+  const QMBillsLoader loader{desktop.platform};
+  const std::pair<int, const char*> sentences[] = {
+      {-3, "[Overdue by] 3 [days]"},     {-1, "[Overdue by] 1 [day]"},    {0, "[Due today]"},
+      {1, "[Due in] 1 [day]"},           {3, "[Due in] 3 [days]"},        {7, "[Due in] 1 [week]"},
+      {30, "[Due in about] 1 [month]"},  {40, "[Due in over] 1 [month]"}, {60, "[Due in about] 2 [months]"},
+      {100, "[Due in over] 3 [months]"}, {400, "[Due in over] 1 [year]"}, {20000, "[Never]"}};
+  for (const auto& [days, sentence] : sentences) {
+    EXPECT_EQ(loader.createHumanDueDateWithDueDateAndCurrentDate(daysFromToday(days), desktop.clock.now()), sentence);
+  }
+  EXPECT_EQ(loader.createDueDateStringWithDate(distantFuture), "[Never]");
+  EXPECT_EQ(loader.createDayStringWithDate(distantFuture), "[ ]");
+  EXPECT_EQ(loader.formattedTimesPaidWithPayments(nullptr), "[Paid] 0 [times]");
+  const Array broken{1};
+  EXPECT_EQ(loader.createHumanRepeatWithArray(&broken), "Unknown") << "not a word of the table";
+  EXPECT_EQ(loader.dataSourceDetailsForDataSource({}).valueOr("Section3", std::string()), "Due Later");
 }
 
 TEST(DueDates, LieInAMonthOfTheUsersOwnCalendar) {

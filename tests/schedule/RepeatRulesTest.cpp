@@ -100,9 +100,15 @@ TEST(RepeatRules, MenuTitlesDifferFromTheSentences) {
 
 TEST(RepeatRules, SentencesAreMadeOfTheUsersWords) {
   FakeDesktop desktop;
-  desktop.region.words = [](std::string_view key) { return key == "weeks" ? "Wochen" : key == "Every" ? "Alle" : ""; };
-  const Array rule{2, 0};
-  EXPECT_EQ(QMBillsLoader{desktop.platform}.createHumanRepeatWithArray(&rule), "Alle 2 Wochen");
+  desktop.region.words = [](std::string_view word) { return "[" + std::string(word) + "]"; };
+  const std::pair<Array, const char*> sentences[] = {{{1, 0}, "[Every] [week]"},     {{2, 0}, "[Every] 2 [weeks]"},
+                                                     {{1, 1}, "[Twice per month]"},  {{1, 2}, "[Every] [month]"},
+                                                     {{3, 2}, "[Every] [quarter]"},  {{12, 2}, "[Every] [year]"},
+                                                     {{5, 2}, "[Every] 5 [months]"}, {{1, 3}, "[Every] [day]"},
+                                                     {{9, 3}, "[Every] 9 [days]"},   {{0, 4}, "[Never]"}};
+  for (const auto& [rule, sentence] : sentences) {
+    EXPECT_EQ(QMBillsLoader{desktop.platform}.createHumanRepeatWithArray(&rule), sentence);
+  }
 }
 
 }  // namespace

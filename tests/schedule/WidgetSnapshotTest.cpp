@@ -30,10 +30,12 @@ TEST(WidgetSnapshot, KeepsEveryRowSortedAndIsReadWithFreshTexts) {
   desktop.clock.moment += std::chrono::days{13};
   desktop.files.content.clear();
   desktop.files.reads = 0;
+  desktop.groupDefaults.synchronized = 0;
   const auto rows = loader.loadBillsForExtension();
   EXPECT_THAT(column(rows), ElementsAre("Overdue", "Today", "Later"));
   EXPECT_THAT(column(rows, "HumanDueDate"), ElementsAre("Overdue by 17 days", "Overdue by 13 days", "Due in 1 week"));
   EXPECT_EQ(desktop.files.reads, 0);
+  EXPECT_EQ(desktop.groupDefaults.synchronized, 1) << "another program may have written it";
 }
 
 TEST(WidgetSnapshot, AnyListBuildReplacesIt) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "storage/DataFolder.h"
 #include "storage/QMBillsLoader.h"
 #include "support/Bills.h"
 
@@ -12,6 +13,7 @@ TEST(DataLocation, TheDefaultFolderIsMadeAndASetterNeverChangesIt) {
   FakeDesktop desktop;
   QMBillsLoader loader{desktop.platform};
   loader.setTallyvaneDirectory("/elsewhere");
+  loader.setTallyvaneDropboxFolder("/elsewhere");
   EXPECT_EQ(loader.tallyvaneDirectory(), dataFolder);
   EXPECT_TRUE(desktop.files.isFolder(dataFolder));
   EXPECT_EQ(loader.tallyvaneDropboxFolder(), "");
@@ -39,6 +41,7 @@ TEST(DataLocation, ACustomLocationFollowsItsMisspelledCacheAndItsBookmark) {
       {"", "/Users/a/Tallyvane.tvdata", false, std::nullopt, std::nullopt, 1},
       {"", "/Users/a/Tallyvane.tvdata", true, "/Users/a/Tallyvane.tvdata/Apps/Tallyvane/Tallyvane.tvdata",
        "/Users/a/Tallyvane.tvdata/Apps/Tallyvane/Tallyvane.tvdata", 1},
+      {"", "/", false, "/Tallyvane.tvdata", "/Tallyvane.tvdata", 1},
       {"", "not a bookmark", true, std::nullopt, std::nullopt, 1},
   };
   for (const Case& c : cases) {
@@ -51,6 +54,7 @@ TEST(DataLocation, ACustomLocationFollowsItsMisspelledCacheAndItsBookmark) {
     EXPECT_EQ(QMBillsLoader{desktop.platform}.tallyvaneDirectory(), c.path);
     EXPECT_EQ(desktop.defaults.object("QMCusomLocationTempPath"), c.cacheAfterwards);
     EXPECT_EQ(desktop.bookmarks.resolved, c.resolved);
+    EXPECT_EQ(desktop.bookmarks.accessed.size(), c.resolved == 1 && c.bookmark.starts_with("/") ? 1U : 0U);
     EXPECT_TRUE(desktop.files.content.empty());
     if (c.path) {
       EXPECT_FALSE(desktop.files.exists(*c.path)) << "only the default folder is made";
@@ -81,13 +85,16 @@ TEST(DataLocation, WithoutAPathNothingIsReadAndNoFileLandsElsewhere) {
   EXPECT_EQ(desktop.log.lines[0], "Wrote File = 0");
 }
 
-TEST(DataLocation, AnIdentifierThatLeadsOutOfTheFolderIsNeitherReadNorWritten) {
+TEST(DataLocation, AnIdentifierThatLeadsOutOfTheFolderOrToAnotherFileNamesNone) {
   FakeDesktop desktop;
-  desktop.files.putPlist("/home/ada/.local/share/Tallyvane/x.plist", Dictionary{{"Name", "outside"}});
-  const auto before = desktop.files.content;
-  QMBill{desktop.platform}.rewriteSpecificBill(bill("../x", "Rent", daysFromToday(0)));
-  EXPECT_EQ(QMBillsLoader{desktop.platform}.loadBillWithID("../x"), std::nullopt);
-  EXPECT_EQ(desktop.files.content, before);
+  for (const char* bid : {"", "../x", "a/b", ".hidden", "billindex", "tagindex", "incomeindex", "mailindex"}) {
+    EXPECT_EQ(billPath(desktop.platform, bid), "") << bid;
+    QMBill{desktop.platform}.rewriteSpecificBill(bill(bid, "Rent", daysFromToday(0)));
+    billObject(desktop.platform, bid, "Rent", daysFromToday(0)).writeBill(false);
+  }
+  EXPECT_TRUE(desktop.files.content.empty());
+  EXPECT_EQ(desktop.log.diagnostics.size(), 16U);
+  EXPECT_EQ(billPath(desktop.platform, "A1"), inDataFolder("A1.plist"));
 }
 
 }  // namespace

@@ -170,6 +170,82 @@ TEST(QMBill, MovesBetweenTheListsOfTheIndex) {
   }
 }
 
+TEST(QMBill, AMoveWritesItsListsInTheOrderFromToOtherAndSparesAnIndexOfTheWrongKind) {
+  FakeDesktop desktop;
+  putActiveBills(desktop, {bill("A", "Rent", daysFromToday(1))});
+  QMBill{desktop.platform}.archiveBillWithBid("A");
+  EXPECT_THAT(keysOf(fileOf(desktop, "billindex.plist")), ElementsAre("ActiveBills", "ArchivedBills", "DeletedBills"));
+  QMBill{desktop.platform}.deleteBillWithBid("A");
+  EXPECT_THAT(keysOf(fileOf(desktop, "billindex.plist")), ElementsAre("ArchivedBills", "DeletedBills", "ActiveBills"));
+  const Dictionary odd = {{"ActiveBills", "A"}, {"DeletedBills", Array{"C"}}, {"ArchivedBills", Array{"D"}}};
+  putIndex(desktop, odd);
+  QMBill{desktop.platform}.archiveBillWithBid("A");
+  EXPECT_EQ(fileOf(desktop, "billindex.plist"), odd);
+  EXPECT_THAT(desktop.log.diagnostics, ElementsAre(::testing::HasSubstr("billindex.plist")));
+}
+
+TEST(QMBill, MirrorsWhatItWroteAndMovedAndNothingWhileTheUserDoesNotSync) {
+  for (const bool syncs : {true, false}) {
+    FakeDesktop desktop;
+    desktop.defaults.content.set("iCloudSyncEnabled", syncs);
+    const auto mirrored = [&](const char* key) { return desktop.cloud.object(key).value_or("nothing"); };
+    const auto expected = [&](const Value& value) { return syncs ? value : Value("nothing"); };
+    QMBill rent = billObject(desktop.platform, "A1", "Rent", daysFromToday(1));
+    rent.writeBill(false);
+    EXPECT_EQ(mirrored("A1"), expected(bill("A1", "Rent", daysFromToday(1))));
+    EXPECT_EQ(mirrored("activebills"), expected(Array{"A1"}));
+    EXPECT_EQ(mirrored("tagindex"), expected(Array{"Home"}));
+    rent.saveSpecificKeyWithValueForBill("Amount", 9.5, "A1");
+    EXPECT_EQ(mirrored("A1"), expected(fileOf(desktop, "A1.plist")));
+    rent.archiveBillWithBid("A1");
+    EXPECT_EQ(mirrored("archivedbills"), expected(Array{"A1"}));
+    rent.restoreBillWithBid("A1");
+    EXPECT_EQ(mirrored("archivedbills"), expected(Array{"A1"})) << "restoring mirrors nothing";
+    rent.deleteBillWithBid("A1");
+    EXPECT_EQ(mirrored("deletedbills"), expected(Array{"A1"}));
+    EXPECT_EQ(desktop.cloud.content.empty(), !syncs);
+  }
+}
+
+TEST(QMBill, GoesOnAfterAnyFailedWrite) {
+  for (int failing = 1; failing <= 3; ++failing) {
+    FakeDesktop desktop;
+    desktop.defaults.content.set("iCloudSyncEnabled", true);
+    FailingFileStore files{desktop.files, failing};
+    const Platform platform = desktop.over(files);
+    billObject(platform, "A1", "Rent", daysFromToday(1)).writeBill(false);
+    EXPECT_EQ(files.calls(), 3);
+    EXPECT_EQ(desktop.files.saved.size(), 2U);
+    EXPECT_EQ(desktop.log.lines.front(), failing == 1 ? "Wrote File = 0" : "Wrote File = 1");
+    EXPECT_EQ(desktop.log.lines.back(), "Speed8");
+    EXPECT_TRUE(desktop.cloud.object("A1"));
+  }
+}
+
+TEST(QMBill, WritingAndRewritingReplaceTheReminders) {
+  FakeDesktop desktop;
+  desktop.defaults.content.set("QMEnableNotificationCenter", true);
+  desktop.defaults.content.set("QMReminderEvents", true);
+  desktop.defaults.content.set("QMCalendarList", Array{"Bills"});
+  const auto reminders = [&] {
+    return std::pair(desktop.calendars.eventList.size(), desktop.notifications.scheduledList.size());
+  };
+  const auto one = std::pair<std::size_t, std::size_t>(1, 1);
+  const Dictionary reminding = with(bill("A1", "Rent", daysFromToday(5)), "RemindMe", true);
+  QMBill object = billObject(desktop.platform, "A1", "Rent", daysFromToday(5));
+  object.remindMe = Value(true);
+  object.writeBill(false);
+  object.writeBill(false);
+  EXPECT_EQ(reminders(), one);
+  object.rewriteSpecificBill(reminding);
+  object.rewriteSpecificBillWithoutUpdatingiCloud(reminding);
+  EXPECT_EQ(reminders(), one);
+  object.saveSpecificKeyWithValueForBill("DueDate", daysFromToday(6), "A1");
+  EXPECT_EQ(desktop.notifications.scheduledList.size(), 2U) << "saving one key leaves the earlier ones";
+  object.rewriteSpecificBill(with(reminding, "RemindMe", false));
+  EXPECT_EQ(reminders(), (std::pair<std::size_t, std::size_t>(0, 0)));
+}
+
 TEST(QMBill, DeletingAnUnknownBillWritesNothingButMirrorsTheDeletedList) {
   FakeDesktop desktop;
   desktop.defaults.content.set("iCloudSyncEnabled", true);
@@ -195,6 +271,15 @@ TEST(QMBill, DisablingRemovesRemindersAndRestoringMakesNone) {
   EXPECT_TRUE(desktop.calendars.eventList.empty());
   object.restoreBillWithBid("A1");
   EXPECT_TRUE(desktop.notifications.scheduledList.empty());
+  for (const bool archived : {false, true}) {
+    object.writeBill(false);
+    if (archived)
+      object.moveBillFromIndexToIndexNotUsingIndexAndDisableBill("A1", "ActiveBills", "ArchivedBills", "DeletedBills",
+                                                                 false);
+    ASSERT_EQ(desktop.notifications.scheduledList.size(), 1U);
+    object.deleteBillWithBid("A1");
+    EXPECT_TRUE(desktop.notifications.scheduledList.empty());
+  }
 }
 
 TEST(QMBill, EmptyingTheIndexWritesThreeEmptyListsAndKeepsTheFiles) {

@@ -26,20 +26,20 @@ inline Dictionary bill(const std::string& bid, const std::string& name, Date due
           {"Icon", "32x32-House"},
           {"DueDate", due},
           {"Repeat", Array{1, 2}},
-          {"Average", 0.0},
+          {"Average", 1.5},
           {"LastPayment", distantPast},
-          {"TotalPaid", 0.0},
+          {"TotalPaid", 2.5},
           {"RemindMe", false},
-          {"PaySite", ""},
+          {"PaySite", "http://pay"},
           {"PaymentList", Array()},
           {"ReminderDays", 3},
-          {"Balance", 0.0},
-          {"Interest", 0.0},
-          {"Notes", ""},
+          {"Balance", 3.5},
+          {"Interest", 0.25},
+          {"Notes", "by post"},
           {"Tags", Array{"Home"}},
           {"Amount", 100.0},
           {"PayType", 0},
-          {"Rev", 0.0}};
+          {"Rev", 4.5}};
 }
 
 inline Dictionary with(Dictionary dictionary, std::string_view key, Value value) {
@@ -60,10 +60,15 @@ inline QMBill billObject(const Platform& platform, const std::string& bid, const
   object.icon = "32x32-House";
   object.dueDate = due;
   object.repeat = Array{1, 2};
-  object.average = object.totalPaid = object.balance = object.interest = object.rev = Value(0.0);
+  object.average = Value(1.5);
+  object.totalPaid = Value(2.5);
+  object.balance = Value(3.5);
+  object.interest = Value(0.25);
+  object.rev = Value(4.5);
   object.lastPayment = distantPast;
   object.remindMe = Value(false);
-  object.paySite = object.notes = "";
+  object.paySite = "http://pay";
+  object.notes = "by post";
   object.paymentList = Array();
   object.reminderDays = Value(3);
   object.amount = Value(100.0);

@@ -69,6 +69,7 @@ class InMemoryUserDefaults : public UserDefaults {
     return std::nullopt;
   }
   Result<> set(std::string_view key, const Value& value) override {
+    if (failing) return Error{"the settings are read-only"};
     if (const Value* present = content.find(key); present != nullptr && *present == value) return {};
     ++writes;
     content.set(key, value);
@@ -88,6 +89,7 @@ class InMemoryUserDefaults : public UserDefaults {
   [[nodiscard]] Dictionary stored() override { return content; }
 
   Dictionary content;
+  bool failing = false;
   int writes = 0;
   int synchronized = 0;
 
@@ -139,7 +141,7 @@ class FakeResources : public Resources {
 class FakeCalendarStore : public CalendarStore {
  public:
   [[nodiscard]] std::vector<EventCalendar> calendars() override {
-    if (unreadable) throw CalendarStoreError{"the list is locked"};
+    if (unreadable) throw CalendarStoreError("the list is locked");
     return calendarList;
   }
   [[nodiscard]] std::vector<CalendarSource> sources() override { return sourceList; }

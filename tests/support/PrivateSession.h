@@ -1,0 +1,96 @@
+// A user's session of the test's own: folders, a session bus, and a way to wait for what happens on it.
+#pragma once
+
+#include <poll.h>
+#include <sdbus-c++/sdbus-c++.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "foundation/PropertyList.h"
+#include "freedesktop/TemporaryFolder.h"
+#include "freedesktop/XdgFolders.h"
+#include "support/ChildProcess.h"
+
+namespace tallyvane::testing {
+
+class PrivateSession {
+ public:
+  /// The bus starts what the service files in `services` say, and nothing else.
+  explicit PrivateSession(const std::string& services = "") {
+    for (const char* name : {"run", "data", "config", "state", "system"})
+      std::filesystem::create_directory(folder.path + "/" + name);
+    std::filesystem::permissions(folder.path + "/run", std::filesystem::perms::owner_all);
+    address = "unix:path=" + folder.path + "/bus";
+    put(folder.path + "/bus.conf",
+        "<busconfig><type>session</type><listen>" + address + "</listen><auth>EXTERNAL</auth>" +
+            (services.empty() ? "" : "<servicedir>" + services + "</servicedir>") +
+            "<policy context=\"default\"><allow send_destination=\"*\"/><allow own=\"*\"/></policy></busconfig>");
+    startBus();
+  }
+
+  [[nodiscard]] std::string data() const { return folder.path + "/data"; }
+  [[nodiscard]] std::string config() const { return folder.path + "/config"; }
+
+  /// The whole environment of a program in this session: English, in New York.
+  [[nodiscard]] std::vector<std::string> variables() const {
+    return {"PATH=/usr/bin:/bin",
+            "HOME=" + folder.path,
+            "LANG=en_US.UTF-8",
+            "TZ=America/New_York",
+            "XDG_RUNTIME_DIR=" + folder.path + "/run",
+            "XDG_DATA_HOME=" + data(),
+            "XDG_CONFIG_HOME=" + config(),
+            "XDG_STATE_HOME=" + folder.path + "/state",
+            "XDG_DATA_DIRS=" + dataDirs,
+            "XDG_CONFIG_DIRS=" + folder.path + "/system",
+            "DBUS_SESSION_BUS_ADDRESS=" + address,
+            "TERMINAL=" + folder.path + "/terminal"};
+  }
+  [[nodiscard]] Environment environment() const {
+    return [all = variables()](std::string_view name) -> std::optional<std::string> {
+      const std::string start = std::string(name) + "=";
+      for (const std::string& variable : all) {
+        if (variable.starts_with(start)) return variable.substr(start.size());
+      }
+      return std::nullopt;
+    };
+  }
+
+  std::unique_ptr<ChildProcess> start(std::vector<std::string> command) {
+    return std::make_unique<ChildProcess>(std::move(command), variables(),
+                                          folder.path + "/output-" + std::to_string(++started_));
+  }
+  [[nodiscard]] std::unique_ptr<sdbus::IConnection> connect() const {
+    return sdbus::createSessionBusConnectionWithAddress(address);
+  }
+
+  /// Takes the bus away.
+  void end() { bus_.reset(); }
+  void startBus() {
+    const std::string log = folder.path + "/bus.log";
+    bus_ = std::make_unique<ChildProcess>(
+        std::vector<std::string>{"/usr/bin/dbus-daemon", "--config-file=" + folder.path + "/bus.conf", "--nofork",
+                                 "--print-address=3"},
+        variables(), log);
+    awaitBus();
+  }
+
+  TemporaryFolder folder;
+  std::string address;
+  std::string dataDirs = folder.path + "/system";
+
+ private:
+  void awaitBus();
+
+  int started_ = 0;
+  std::unique_ptr<ChildProcess> bus_;
+};
+
+}  // namespace tallyvane::testing
