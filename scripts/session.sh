@@ -50,7 +50,7 @@ join_session() {
 announce() {
   transient=$XDG_RUNTIME_DIR/dbus-1/services/$name.service
   mkdir -p "${transient%/*}"
-  printf '[D-BUS Service]\nName=%s\nExec="%s/bin/tallyvane-agent"\n' "$name" "$1" >"$transient"
+  cp "$1/share/dbus-1/services/$name.service" "$transient"
   call_bus ReloadConfig >/dev/null
 }
 
@@ -64,11 +64,10 @@ runs() { [[ "$(call_bus NameHasOwner "string:$name" 2>/dev/null)" == *true* ]]; 
 # start_application PREFIX
 start_application() {
   local before=
-  ! runs || before=yes
-  announce "$1"
+  if runs; then before='already '; else announce "$1"; fi
   XDG_DATA_DIRS=$1/share:${XDG_DATA_DIRS:-/usr/local/share:/usr/share} "$1/bin/tallyvane-helper" --verbose || true
   until_true 150 runs || fail "Tallyvane did not start: nothing owns $name after 15 seconds."
-  say "Tallyvane ${before:+already }runs ($name)."
+  say "Tallyvane ${before}runs ($name)."
 }
 
 end_session() {
