@@ -42,11 +42,10 @@ Date dateOfIcu(UDate date) {
 }
 
 std::unique_ptr<icu::BasicTimeZone> zoneOf(const Region& region) {
-  std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(unicodeOf(region.timeZone)));
-  auto* basic = dynamic_cast<icu::BasicTimeZone*>(zone.get());
+  const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(unicodeOf(region.timeZone)));
+  const auto* basic = dynamic_cast<const icu::BasicTimeZone*>(zone.get());
   if (basic == nullptr) throw std::runtime_error("ICU gives no rules for the time zone " + region.timeZone);
-  zone.release();
-  return std::unique_ptr<icu::BasicTimeZone>(basic);
+  return std::unique_ptr<icu::BasicTimeZone>(basic->clone());
 }
 
 std::unique_ptr<icu::Calendar> calendarSystemOf(const Region& region) {

@@ -27,7 +27,8 @@ T& perRegion(const Region& region, Make make) {
     std::swap(entry, entries.front());
     return *entries.front().made;
   }
-  entries.insert(entries.begin(), Entry{region.locale, region.timeZone, make(region)});
+  entries.push_back({region.locale, region.timeZone, make(region)});
+  std::swap(entries.front(), entries.back());
   return *entries.front().made;
 }
 

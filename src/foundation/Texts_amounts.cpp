@@ -25,17 +25,16 @@ struct AmountReader {
 std::unique_ptr<icu::DecimalFormat> digitReader(const icu::Locale& locale) {
   using Symbols = icu::DecimalFormatSymbols;
   UErrorCode status = U_ZERO_ERROR;
-  std::unique_ptr<icu::NumberFormat> number(icu::NumberFormat::createInstance(locale, status));
+  const std::unique_ptr<icu::NumberFormat> number(icu::NumberFormat::createInstance(locale, status));
   requireIcu(status, "the number format");
-  auto& decimal = dynamic_cast<icu::DecimalFormat&>(*number);
-  Symbols symbols(*decimal.getDecimalFormatSymbols());
+  std::unique_ptr<icu::DecimalFormat> decimal(dynamic_cast<const icu::DecimalFormat&>(*number).clone());
+  Symbols symbols(*decimal->getDecimalFormatSymbols());
   symbols.setSymbol(Symbols::kDecimalSeparatorSymbol, symbols.getConstSymbol(Symbols::kMonetarySeparatorSymbol));
   symbols.setSymbol(Symbols::kGroupingSeparatorSymbol,
                     symbols.getConstSymbol(Symbols::kMonetaryGroupingSeparatorSymbol));
-  decimal.setDecimalFormatSymbols(symbols);
-  decimal.setParseNoExponent(true);
-  number.release();
-  return std::unique_ptr<icu::DecimalFormat>(&decimal);
+  decimal->setDecimalFormatSymbols(symbols);
+  decimal->setParseNoExponent(true);
+  return decimal;
 }
 
 // Marks that only steer the direction of writing stand in what some locales print, and are invisible when pasted.

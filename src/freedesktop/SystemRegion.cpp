@@ -33,9 +33,9 @@ std::string localeTold(const RegionSources& sources, Log& log) {
 }
 
 std::optional<std::string> zoneOfFile(const RegionSources& sources, const std::string& path) {
-  if (const auto zone = zoneOfPath(path)) return zone;
-  const auto target = sources.linkTarget(path);
-  return target ? zoneOfPath(*target) : std::nullopt;
+  auto zone = zoneOfPath(path);
+  const auto target = zone ? std::nullopt : sources.linkTarget(path);
+  return target ? zoneOfPath(*target) : zone;
 }
 
 std::string zoneOfVariable(const RegionSources& sources, const std::string& value, Log& log) {

@@ -25,6 +25,7 @@ std::vector<CatalogueIcon> iconsWhere(const Region& region, const Matches& match
 
 Error ambiguous(const Region& region, std::string_view text, const std::vector<CatalogueIcon>& candidates) {
   std::vector<std::string> titles;
+  titles.reserve(candidates.size());
   for (const CatalogueIcon& icon : candidates) titles.push_back(region.localized(icon.title));
   return {fmt::format("\"{}\" could be several icons: {}.", text, fmt::join(titles, "; "))};
 }
