@@ -8,11 +8,11 @@
 namespace tallyvane {
 namespace {
 
-Value readEitherForm(std::string_view bytes) {
-  if (!bytes.starts_with("bplist")) return readXmlPropertyList(bytes);
-  const std::string xml = xmlOfBinaryPropertyList(bytes);
+Value readEitherForm(std::string_view bytes, int maximumDepth) {
+  if (!bytes.starts_with("bplist")) return readXmlPropertyList(bytes, maximumDepth);
+  const std::string xml = xmlOfBinaryPropertyList(bytes, maximumDepth);
   try {
-    return readXmlPropertyList(xml);
+    return readXmlPropertyList(xml, maximumDepth);
   } catch (const PropertyListFault& fault) {
     throw PropertyListFault{fmt::format("binary property list, as XML at {}", fault.reason)};
   }
@@ -20,10 +20,10 @@ Value readEitherForm(std::string_view bytes) {
 
 }  // namespace
 
-Result<Value> readPropertyList(std::string_view bytes) {
-  if (bytes.size() > maximumPropertyListBytes) return Error{"it is too large for a property list"};
+Result<Value> readPropertyList(std::string_view bytes, PropertyListLimits limits) {
+  if (bytes.size() > limits.bytes) return Error{"it is too large for a property list"};
   try {
-    return readEitherForm(bytes);
+    return readEitherForm(bytes, limits.depth);
   } catch (const PropertyListFault& fault) {
     return Error{fault.reason};
   }

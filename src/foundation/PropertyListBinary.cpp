@@ -4,6 +4,8 @@
 #include <fmt/format.h>
 #include <plist/plist.h>
 
+#include <algorithm>
+
 #include <cstring>
 #include <memory>
 #include <optional>
@@ -20,6 +22,7 @@ namespace {
 
 constexpr std::string_view magic = "bplist00";
 constexpr std::size_t trailerSize = 32;
+constexpr std::size_t maximumBytes = std::size_t{64} << 20;
 /// What an object costs besides its bytes, and what a whole list may cost.
 constexpr std::uint64_t objectWeight = 64;
 constexpr std::uint64_t maximumWeight = std::uint64_t{128} << 20;
@@ -38,8 +41,8 @@ struct Object {
 
 class BinaryCheck {
  public:
-  explicit BinaryCheck(std::string_view bytes) : bytes_(bytes) {
-    if (bytes_.size() > maximumBinaryPropertyListBytes) refuse("it is too large");
+  BinaryCheck(std::string_view bytes, int maximumDepth) : bytes_(bytes), maximumDepth_(maximumDepth) {
+    if (bytes_.size() > maximumBytes) refuse("it is too large");
     if (bytes_.size() <= magic.size() + trailerSize) refuse("it is cut short");
     if (!bytes_.starts_with(magic)) refuse("only version 00 is read");
     readTrailer();
@@ -106,7 +109,7 @@ class BinaryCheck {
     state.weight = objectWeight + object.size;
     state.levels = object.kind == 0xA || object.kind == 0xD ? 1 : 0;
     path_.push_back({index, object, 0});
-    if (path_.size() > static_cast<std::size_t>(maximumPropertyListDepth) + 1) refuse("it is nested too deeply");
+    if (path_.size() > static_cast<std::size_t>(maximumDepth_) + 1) refuse("it is nested too deeply");
   }
 
   void leave() {
@@ -121,7 +124,7 @@ class BinaryCheck {
     parent.weight += child.weight;
     parent.levels = std::max(parent.levels, child.levels + 1);
     if (parent.weight > maximumWeight) refuse("written out it is too large");
-    if (parent.levels > maximumPropertyListDepth) refuse("it is nested too deeply");
+    if (parent.levels > maximumDepth_) refuse("it is nested too deeply");
   }
 
   /// Keys come first among a dictionary's references.
@@ -235,6 +238,7 @@ class BinaryCheck {
   }
 
   std::string_view bytes_;
+  int maximumDepth_;
   std::size_t offsetWidth_ = 0;
   std::size_t referenceWidth_ = 0;
   std::uint64_t count_ = 0;
@@ -262,8 +266,8 @@ std::string withoutControlCharacters(std::string_view xml) {
 
 }  // namespace
 
-std::string xmlOfBinaryPropertyList(std::string_view bytes) {
-  BinaryCheck(bytes).run();
+std::string xmlOfBinaryPropertyList(std::string_view bytes, int maximumDepth) {
+  BinaryCheck(bytes, maximumDepth).run();
   plist_t root = nullptr;
   plist_from_bin(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
   const std::unique_ptr<void, decltype(&plist_free)> rootOwner(root, &plist_free);

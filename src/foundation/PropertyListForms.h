@@ -8,9 +8,9 @@
 
 namespace tallyvane {
 
-/// Both throw a PropertyListFault that says why, and in an XML form at which line.
-[[nodiscard]] Value readXmlPropertyList(std::string_view text);
+/// Both throw a PropertyListFault that says why, and in an XML form at which line. The caller has checked the size.
+[[nodiscard]] Value readXmlPropertyList(std::string_view text, int maximumDepth);
 /// The same list as XML.
-[[nodiscard]] std::string xmlOfBinaryPropertyList(std::string_view bytes);
+[[nodiscard]] std::string xmlOfBinaryPropertyList(std::string_view bytes, int maximumDepth);
 
 }  // namespace tallyvane

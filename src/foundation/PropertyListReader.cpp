@@ -15,7 +15,11 @@ namespace tallyvane {
 namespace {
 
 /// Up to here looking at every key for one of the same name is the quickest.
-constexpr std::size_t smallDictionary = 16;
+constexpr std::size_t smallDictionary = 32;
+/// Room made at once for the entries of a dictionary; more would let short hostile text take much memory.
+constexpr std::size_t mostExpectedEntries = 8;
+
+constexpr std::uint64_t keyCode = XmlScanner::codeOf("key");
 
 /// Gives each key that comes more than once its first place and its last value. Sorting keeps the cost down whatever
 /// the keys are.
@@ -45,7 +49,7 @@ void mergeRepeatedKeys(Dictionary& dictionary) {
 
 class Reader {
  public:
-  explicit Reader(XmlScanner& in) : in_(in) {}
+  Reader(XmlScanner& in, int maximumDepth) : in_(in), maximumDepth_(maximumDepth) {}
 
   Value readDocument() {
     in_.skipPrologue();
@@ -61,44 +65,38 @@ class Reader {
 
  private:
   Value readValue(XmlScanner::Tag tag, int depth) {
-    const std::string_view name = tag.name;
-    switch (name.front()) {
-      case 's':
-        if (name == "string") return in_.readText(tag);
-        break;
-      case 'i':
-        if (name == "integer") return integerOfText(in_.readPlainText(tag));
-        break;
-      case 'r':
-        if (name == "real") return realOfText(in_.readPlainText(tag));
-        break;
-      case 'd':
-        if (name == "dict") return readDictionary(tag, depth);
-        if (name == "date") return dateOfText(in_.readPlainText(tag));
-        if (name == "data") return Data{dataOfBase64(in_.readPlainText(tag))};
-        break;
-      case 'a':
-        if (name == "array") return readArray(tag, depth);
-        break;
-      case 't':
-      case 'f':
-        if (name == "true" || name == "false") return readBoolean(tag);
-        break;
+    switch (tag.code) {
+      case XmlScanner::codeOf("string"):
+        return in_.readText(tag);
+      case XmlScanner::codeOf("real"):
+        return realOfText(in_.readPlainText(tag));
+      case XmlScanner::codeOf("integer"):
+        return integerOfText(in_.readPlainText(tag));
+      case XmlScanner::codeOf("date"):
+        return dateOfText(in_.readPlainText(tag));
+      case XmlScanner::codeOf("data"):
+        return Data{dataOfBase64(in_.readPlainText(tag))};
+      case XmlScanner::codeOf("true"):
+      case XmlScanner::codeOf("false"):
+        return readBoolean(tag);
+      case XmlScanner::codeOf("array"):
+        return readArray(tag, depth);
+      case XmlScanner::codeOf("dict"):
+        return readDictionary(tag, depth);
+      case keyCode:
+        in_.refuse("a <key> may only be in a <dict>");
       default:
-        break;
+        in_.refuse(fmt::format("<{:.40}> is not an element of a property list", tag.name));
     }
-    in_.refuse(name == "key" ? "a <key> may only be in a <dict>"
-                             : fmt::format("<{:.40}> is not an element of a property list", name));
   }
 
   Value readBoolean(XmlScanner::Tag tag) {
     if (!tag.empty) in_.readEndTag(tag.name);
-    return tag.name == "true";
+    return tag.code == XmlScanner::codeOf("true");
   }
 
   void checkDepth(int depth) const {
-    if (depth > maximumPropertyListDepth)
-      in_.refuse(fmt::format("more than {} levels are nested", maximumPropertyListDepth));
+    if (depth > maximumDepth_) in_.refuse(fmt::format("more than {} levels are nested", maximumDepth_));
   }
 
   Value readArray(XmlScanner::Tag tag, int depth) {
@@ -114,10 +112,10 @@ class Reader {
     checkDepth(depth);
     Dictionary dictionary;
     if (tag.empty) return dictionary;
-    dictionary.reserve(8);
     for (in_.skipBetween(); !in_.atEndTag(); in_.skipBetween()) {
+      if (dictionary.empty()) dictionary.reserve(expectedEntries_);
       const XmlScanner::Tag keyTag = in_.readTag();
-      if (keyTag.name != "key") in_.refuse(fmt::format("a <key> is missing before <{:.40}>", keyTag.name));
+      if (keyTag.code != keyCode) in_.refuse(fmt::format("a <key> is missing before <{:.40}>", keyTag.name));
       std::string key = in_.readText(keyTag);
       in_.skipBetween();
       Value value = readValue(in_.readTag(), depth + 1);
@@ -130,18 +128,21 @@ class Reader {
     }
     in_.readEndTag("dict");
     if (dictionary.size() > smallDictionary) mergeRepeatedKeys(dictionary);
+    expectedEntries_ = std::clamp<std::size_t>(dictionary.size(), 1, mostExpectedEntries);
     return dictionary;
   }
 
   XmlScanner& in_;
+  int maximumDepth_;
+  std::size_t expectedEntries_ = mostExpectedEntries;  ///< most dictionaries are one of many of a kind
 };
 
 }  // namespace
 
-Value readXmlPropertyList(std::string_view text) {
+Value readXmlPropertyList(std::string_view text, int maximumDepth) {
   XmlScanner scanner(text);
   try {
-    return Reader(scanner).readDocument();
+    return Reader(scanner, maximumDepth).readDocument();
   } catch (const PropertyListFault& fault) {
     throw PropertyListFault{fmt::format("line {}: {}", scanner.line(), fault.reason)};
   }

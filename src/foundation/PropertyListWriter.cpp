@@ -8,9 +8,9 @@
 namespace tallyvane {
 namespace {
 
+// No document type: readers of the dialect do without, and it would name a document elsewhere.
 constexpr std::string_view opening =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-    "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
     "<plist version=\"1.0\">\n";
 constexpr std::string_view closing = "</plist>\n";
 

@@ -45,7 +45,7 @@ XmlScanner::Tag XmlScanner::finishTag(std::string_view name) {
   const bool space = skipSpace();
   const bool empty = take("/>");
   if (!empty && !take(">")) refuse(space ? fmt::format("<{:.40}> has an attribute", name) : "a tag is malformed");
-  return {name, empty};
+  return {name, codeOf(name), empty};
 }
 
 void XmlScanner::readSpacedEndTag(std::string_view name) {

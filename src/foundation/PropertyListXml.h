@@ -51,17 +51,27 @@ class XmlScanner {
   /// A start tag, behind which the scanner stands. The name is not empty.
   struct Tag {
     std::string_view name;
-    bool empty;  ///< has no content and no end tag
+    std::uint64_t code;  ///< codeOf(name)
+    bool empty;          ///< has no content and no end tag
   };
+
+  /// The last eight letters in one number, for a quick switch. Names of up to seven letters share it with no other
+  /// name.
+  [[nodiscard]] static constexpr std::uint64_t codeOf(std::string_view name) {
+    std::uint64_t code = 0;
+    for (const char letter : name) code = code << 8 | byteOf(letter);
+    return code;
+  }
 
   Tag readTag() {
     if (at_ == end_ || *at_ != '<') refuseNoTag();
     const char* const start = ++at_;
-    while (at_ != end_ && xmlNameCharacters.has(*at_)) ++at_;
+    std::uint64_t code = 0;
+    for (; at_ != end_ && xmlNameCharacters.has(*at_); ++at_) code = code << 8 | byteOf(*at_);
     const std::string_view name(start, static_cast<std::size_t>(at_ - start));
     if (at_ == end_ || *at_ != '>' || name.empty()) return finishTag(name);
     ++at_;
-    return {name, false};
+    return {name, code, false};
   }
 
   [[nodiscard]] bool atEndTag() const { return startsWith("</"); }

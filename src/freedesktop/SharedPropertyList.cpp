@@ -33,7 +33,7 @@ const Dictionary& SharedPropertyList::content() {
   // The state is taken before the content: what changes in between is seen as a change at the next use.
   pinned_ = FileDescriptor(::open(path_.c_str(), O_PATH | O_CLOEXEC));
   if (pinned_ && ::fstat(pinned_.number(), &stamp_) != 0) pinned_ = FileDescriptor();
-  std::optional<Dictionary> read = readPropertyListFile<Dictionary>(files_, log_, path_);
+  std::optional<Dictionary> read = readPropertyListFile<Dictionary>(files_, log_, path_, collectionLimits);
   readable_ = read.has_value();
   content_ = readable_ ? std::move(*read) : Dictionary();
   known_ = true;
@@ -71,7 +71,7 @@ Result<> SharedPropertyList::save(const Dictionary& changed) {
     if (Result<> kept = setAside(files_, log_, path_); !kept) return kept;
   }
   forget();
-  return savePropertyListFile(files_, path_, changed, durability_);
+  return savePropertyListFile(files_, path_, changed, durability_, collectionLimits);
 }
 
 }  // namespace tallyvane

@@ -13,13 +13,14 @@ namespace tallyvane {
 /// The file's root when it is a property list whose root has type T (Dictionary or Array). A file that is not there is
 /// nothing; one that is there but cannot be used is nothing and a diagnostic that names it, and stays as it is.
 template <typename T>
-[[nodiscard]] std::optional<T> readPropertyListFile(FileStore& files, Log& log, const std::string& path) {
+[[nodiscard]] std::optional<T> readPropertyListFile(FileStore& files, Log& log, const std::string& path,
+                                                    PropertyListLimits limits = {}) {
   Result<std::string> bytes = files.read(path);
   if (!bytes) {
     if (files.exists(path)) log.diagnostic("Cannot read " + bytes.error());
     return std::nullopt;
   }
-  Result<Value> root = readPropertyList(*bytes);
+  Result<Value> root = readPropertyList(*bytes, limits);
   if (!root) {
     log.diagnostic("Not a property list, left as it is: " + path + ": " + root.error());
     return std::nullopt;
@@ -32,9 +33,12 @@ template <typename T>
   return std::move(*content);
 }
 
+/// Refuses what would be too large to be read again.
 inline Result<> savePropertyListFile(FileStore& files, const std::string& path, const Value& root,
-                                     Durability durability = Durability::synced) {
-  return files.save(path, writePropertyList(root), durability);
+                                     Durability durability = Durability::synced, PropertyListLimits limits = {}) {
+  const std::string bytes = writePropertyList(root);
+  if (bytes.size() > limits.bytes) return Error{path + ": too large to be saved"};
+  return files.save(path, bytes, durability);
 }
 
 }  // namespace tallyvane

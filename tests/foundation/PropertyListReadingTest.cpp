@@ -158,8 +158,14 @@ TEST(PropertyList, refusesAListThatIsCutShortAnywhereOrHasMoreBehindIt) {
   EXPECT_FALSE(readPropertyList("<plist/>"));
 }
 
+TEST(PropertyList, refusesWhatIsLargerThanItMayBe) {
+  const std::string list = "<plist><string>" + std::string(1000, 'x') + "</string></plist>";
+  EXPECT_TRUE(readPropertyList(list, {.bytes = list.size()}));
+  EXPECT_EQ(readPropertyList(list, {.bytes = list.size() - 1}).error(), "it is too large for a property list");
+}
+
 TEST(PropertyList, aKeyThatComesTwiceKeepsItsFirstPlaceAndItsLastValue) {
-  for (const int others : {0, 15, 16, 5000}) {
+  for (const int others : {0, 31, 32, 5000}) {
     std::string content = "<dict><key>first</key><false/>";
     for (int i = 0; i < others; ++i) content += "<key>k" + std::to_string(i) + "</key><integer>0</integer>";
     for (int i = others; i-- > 0;) content += "<key>k" + std::to_string(i) + "</key><integer>1</integer>";

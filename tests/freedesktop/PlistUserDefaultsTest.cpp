@@ -75,6 +75,18 @@ TEST_F(PlistUserDefaultsTest, AFileThatCannotBeReadIsKeptAsideAndSaidSo) {
   EXPECT_THAT(log.diagnostics, ::testing::Contains(HasSubstr(path + ".unreadable-2")));
 }
 
+TEST_F(PlistUserDefaultsTest, TheDeepestBillThatAFileMayHoldIsReadAgainFromASuite) {
+  std::string nested = "<true/>";
+  for (int level = 0; level < 64; ++level) nested = "<array>" + nested + "</array>";
+  const Result<Value> deepest = readPropertyList("<plist>" + nested + "</plist>");
+  ASSERT_TRUE(deepest);
+  ASSERT_TRUE(mine.set("ActiveBills", Array{*deepest, "other"}));
+  ASSERT_TRUE(mine.synchronize());
+  const auto stored = mine.object("ActiveBills");
+  ASSERT_TRUE(stored);
+  EXPECT_EQ(stored->get<Array>()->back(), Value("other"));
+}
+
 TEST_F(PlistUserDefaultsTest, AFileThatCannotBeKeptAsideIsNotReplaced) {
   put(path, "rubbish");
   FailingFileStore failing(files, 1);
