@@ -11,6 +11,15 @@ namespace {
 
 Error refused(const std::string& path) { return Error{path + ": not changed, because an earlier save failed"}; }
 
+/// Whether the earlier content is a property list of the same kind, dictionary or array: one of another kind cannot be
+/// read for what it should be, and would be lost without anybody having looked at it.
+bool isReplaceableBy(std::string_view earlier, std::string_view later) {
+  const Result<Value> before = readPropertyList(earlier);
+  if (!before) return false;
+  const Result<Value> after = readPropertyList(later);
+  return !after || before->storage().index() == after->storage().index();
+}
+
 }  // namespace
 
 void GuardedFileStore::begin() {
@@ -43,7 +52,7 @@ Result<> GuardedFileStore::saveGuarded(const std::string& path, std::string_view
     if (inner_.exists(path)) return Error{earlier.error()};
     return changed(inner_.save(path, bytes, durability), removing(path));
   }
-  if (path.ends_with(".plist") && !readPropertyList(*earlier)) {
+  if (path.ends_with(".plist") && !isReplaceableBy(*earlier, bytes)) {
     if (Result<> kept = setAside(inner_, log_, path); !kept) return kept;
   }
   return changed(inner_.save(path, bytes, durability), savingAgain(path, std::move(*earlier)));

@@ -12,8 +12,8 @@ namespace tallyvane::programs {
 
 /// The file store that a program hands to the model. It guards the user's files twice:
 ///
-/// - A "*.plist" that is there but cannot be read as a property list is copied aside, and said so, before a save
-///   replaces it; when that copy fails, so does the save.
+/// - A "*.plist" that is there but cannot be read as a property list of the kind that replaces it is copied aside, and
+///   said so, before the save; when that copy fails, so does the save.
 /// - Between `begin` and `finish` lies one operation, done whole or not at all: after its first failed save every later
 ///   change is refused, and `finish` puts back what the operation had changed, the last change first. On a full disk
 ///   that order always has room, since each step gives back what its change took. Not put back are folders made and

@@ -40,6 +40,15 @@ TEST_F(GuardedFileStoreTest, AnUnreadablePropertyListIsKeptAsideBeforeItIsReplac
   EXPECT_EQ(files.content.at(bill + ".unreadable-2"), "anything");
 }
 
+TEST_F(GuardedFileStoreTest, AListOfAnotherKindIsKeptAsideToo) {
+  GuardedFileStore guarded(files, log);
+  files.putPlist("/data/billindex.plist", Array{"A"});
+  ASSERT_TRUE(guarded.save("/data/billindex.plist", writePropertyList(Dictionary{{"ActiveBills", Array()}})));
+  EXPECT_EQ(files.plist("/data/billindex.plist.unreadable-1"), Value(Array{"A"}));
+  ASSERT_TRUE(guarded.save("/data/billindex.plist", writePropertyList(Dictionary{})));
+  EXPECT_FALSE(files.exists("/data/billindex.plist.unreadable-2"));
+}
+
 TEST_F(GuardedFileStoreTest, WhatCannotBeKeptAsideIsNotReplaced) {
   const auto before = files.content;
   FailingFileStore failing(files, 1);
