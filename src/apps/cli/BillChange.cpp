@@ -1,0 +1,82 @@
+#include "cli/BillChange.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "cli/BillLookup.h"
+#include "cli/DisplayText.h"
+#include "cli/Json.h"
+#include "foundation/NumberReading.h"
+#include "platform/PropertyListFile.h"
+#include "reminders/QMReminderManager.h"
+#include "storage/DataFolder.h"
+#include "storage/QMBill.h"
+#include "storage/QMBillsLoader.h"
+#include "storage/Settings.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+const ListedBill* withBid(const std::vector<ListedBill>& bills, const std::string& bid) {
+  const auto found = std::find_if(bills.begin(), bills.end(), [&](const ListedBill& bill) { return bill.bid == bid; });
+  return found == bills.end() ? nullptr : &*found;
+}
+
+void mirrorLists(const Platform& platform) {
+  QMBillsLoader loader{platform};
+  QMBill mirror{platform};
+  const auto list = [&](std::string_view key) {
+    return arrayOf(loader.getListOfBills(key).value_or(std::vector<std::string>()));
+  };
+  mirror.uploadActiveBillsToiCloud(list(key::ActiveBills));
+  mirror.uploadArchivedBillsToiCloud(list(key::ArchivedBills));
+  mirror.uploadDeletedBillsToiCloud(list(key::DeletedBills));
+}
+
+}  // namespace
+
+void agreeTagsWithFiles(const Platform& platform) {
+  if (!boolSetting(platform.defaults, key::iCloudSyncEnabled)) return;
+  // Read here in its stored order, which the loader would sort.
+  const auto tags = readPropertyListFile<Array>(platform.files, platform.log, pathInDataFolder(platform, tagIndexName));
+  (void)platform.cloud.set(key::cloudTags, tags.value_or(Array()));
+}
+
+void removeReminders(const Platform& platform, const std::string& bid, const std::string& name) {
+  QMReminderManager reminders{platform};
+  reminders.removeTallyvaneRemindersForBillName(name);
+  reminders.removeNotificationCenterRemindersForBid(bid);
+}
+
+void agreeWithFiles(const Platform& platform, const std::string& bid, const std::vector<std::string>& names) {
+  const std::vector<ListedBill> bills = allBills(platform);
+  const ListedBill* bill = withBid(bills, bid);
+  for (const std::string& name : names) removeReminders(platform, bid, name);
+  const bool reminds =
+      bill != nullptr && bill->group.key == key::ActiveBills && boolValue(bill->content, key::RemindMe);
+  if (reminds) QMReminderManager{platform}.createTallyvaneReminderForBill(bill->content);
+
+  if (!boolSetting(platform.defaults, key::iCloudSyncEnabled)) return;
+  if (bill == nullptr) {
+    (void)platform.cloud.remove(bid);
+  } else {
+    QMBill{platform}.uploadBillToiCloudWithBidAndDictionary(bid, bill->content);
+  }
+  mirrorLists(platform);
+  agreeTagsWithFiles(platform);
+}
+
+void sayDone(Session& session, std::string_view what, const std::string& bid) {
+  const std::vector<ListedBill> bills = allBills(session.platform);
+  const ListedBill* bill = withBid(bills, bid);
+  const auto row = QMBillsLoader{session.platform}.loadBillWithID(bid);
+  if (bill == nullptr || !row) return;
+  if (session.json) return printJson(session.console, billJson(session.platform, *row, bill->group.word));
+  const std::string due = row->valueOr(key::HumanDueDate, std::string());
+  const bool isAwaited = bill->group.key == key::ActiveBills && !due.empty();
+  session.console.line(printable(fmt::format("{} \"{}\"{}.", what, bill->name(), isAwaited ? ": " + due : "")));
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,25 @@
+// What the commands that change a bill have in common.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/Session.h"
+
+namespace tallyvane::cli {
+
+/// Makes reminders and cloud mirror agree with the files again after a change of this bill was put back. `names` are
+/// all under which reminders of it may stand.
+void agreeWithFiles(const Platform& platform, const std::string& bid, const std::vector<std::string>& names);
+
+/// The same for the list of tags.
+void agreeTagsWithFiles(const Platform& platform);
+
+/// Removes what would remind of a bill that is not active.
+void removeReminders(const Platform& platform, const std::string& bid, const std::string& name);
+
+/// Says what was done with which bill; as JSON, prints the bill as it is now.
+void sayDone(Session& session, std::string_view what, const std::string& bid);
+
+}  // namespace tallyvane::cli

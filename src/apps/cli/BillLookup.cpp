@@ -1,0 +1,129 @@
+#include "cli/BillLookup.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <set>
+
+#include "cli/Failure.h"
+#include "cli/Similar.h"
+#include "platform/PropertyListFile.h"
+#include "storage/DataFolder.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+using Matches = std::function<bool(const ListedBill&)>;
+
+/// From the surest way to name a bill to the least sure.
+std::array<Matches, 5> waysToName(const std::string& text) {
+  const std::string plain = folded(text);
+  return {[text](const ListedBill& bill) { return bill.bid == text; },
+          [text](const ListedBill& bill) { return bill.name() == text; },
+          [plain](const ListedBill& bill) { return folded(bill.name()) == plain; },
+          [text](const ListedBill& bill) { return bill.name().starts_with(text); },
+          [plain](const ListedBill& bill) { return folded(bill.name()).starts_with(plain); }};
+}
+
+/// The matches of the first way that has any, in the first group that has any.
+std::vector<ListedBill> bestMatches(const std::vector<ListedBill>& bills, const std::string& text,
+                                    const std::vector<Group>& groups) {
+  std::vector<ListedBill> found;
+  if (text.empty()) return found;
+  for (const Matches& matches : waysToName(text)) {
+    for (const Group& group : groups) {
+      std::copy_if(bills.begin(), bills.end(), std::back_inserter(found),
+                   [&](const ListedBill& bill) { return bill.group.key == group.key && matches(bill); });
+      if (!found.empty()) return found;
+    }
+  }
+  return found;
+}
+
+std::string described(const ListedBill& bill) { return fmt::format("\"{}\" ({})", bill.name(), bill.bid); }
+
+[[noreturn]] void failAmbiguous(const std::string& text, const std::vector<ListedBill>& found) {
+  std::vector<std::string> names;
+  for (const ListedBill& bill : found) names.push_back(described(bill));
+  couldNot(fmt::format("\"{}\" fits {} bills: {}. Give more of the name, or the identifier.", text, found.size(),
+                       fmt::join(names, ", ")));
+}
+
+[[noreturn]] void failUnknown(const std::vector<ListedBill>& bills, const std::string& text,
+                              const std::vector<Group>& groups) {
+  std::vector<std::string_view> words;
+  for (const Group& group : groups) words.push_back(group.word);
+  const std::string kinds = groups.size() == std::size(allGroups) ? "" : fmt::format("{} ", fmt::join(words, " or "));
+  std::string sentence = fmt::format("There is no {}bill \"{}\".", kinds, text);
+
+  const auto elsewhere = bestMatches(bills, text, {std::begin(allGroups), std::end(allGroups)});
+  if (elsewhere.size() == 1)
+    couldNot(fmt::format("{} {} is {}.", sentence, described(elsewhere[0]), elsewhere[0].group.word));
+
+  std::vector<std::string> names;
+  for (const ListedBill& bill : bills) names.push_back(bill.name());
+  if (const auto similar = nearest(text, names)) sentence += fmt::format(" Did you mean \"{}\"?", *similar);
+  couldNot(sentence);
+}
+
+}  // namespace
+
+void requireReadableData(const Platform& platform) {
+  const std::optional<std::string> folder = QMBillsLoader{platform}.tallyvaneDirectory();
+  if (!folder) {
+    couldNot(
+        "It cannot be told where your own data folder lies. Name it again with \"tallyvane settings set "
+        "QMCustomLocationBookmark FOLDER\", or go back to the usual one with \"tallyvane settings set "
+        "QMCustomLocationEnabled no\".");
+  }
+  if (!platform.files.isFolder(*folder)) {
+    couldNot("The data folder is not there: " + *folder + ". Make it or bring it back, and check its permissions.");
+  }
+  const std::string path = *folder + "/" + std::string(billIndexName);
+  if (!platform.files.exists(path) || readPropertyListFile<Dictionary>(platform.files, platform.log, path)) return;
+  couldNot("The list of bills cannot be read: " + path + ". Put back a good copy of this file, or move it away.");
+}
+
+std::vector<ListedBill> allBills(const Platform& platform) {
+  requireReadableData(platform);
+  QMBillsLoader loader{platform};
+  const std::string folder = loader.tallyvaneDirectory().value_or(std::string());
+  std::vector<ListedBill> bills;
+  std::set<std::string> seen;
+  for (const Group& group : allGroups) {
+    for (std::string& bid : loader.getListOfBills(group.key).value_or(std::vector<std::string>())) {
+      if (!seen.insert(bid).second) continue;
+      auto content = readPropertyListFile<Dictionary>(platform.files, platform.log, billPathIn(folder, bid));
+      if (content) bills.push_back({std::move(bid), group, std::move(*content)});
+    }
+  }
+  return bills;
+}
+
+ListedBill findBill(const Platform& platform, const std::string& text, const std::vector<Group>& groups) {
+  const std::vector<ListedBill> bills = allBills(platform);
+  std::vector<ListedBill> found = bestMatches(bills, text, groups);
+  if (found.empty()) failUnknown(bills, text, groups);
+  if (found.size() > 1) failAmbiguous(text, found);
+  return std::move(found.front());
+}
+
+void requireUnusedName(const Platform& platform, const std::string& name, const std::string& exceptBid,
+                       const std::vector<Group>& groups) {
+  for (const ListedBill& bill : allBills(platform)) {
+    const bool counts =
+        std::any_of(groups.begin(), groups.end(), [&](const Group& g) { return g.key == bill.group.key; });
+    if (!counts || bill.bid == exceptBid || bill.name() != name) continue;
+    couldNot(
+        fmt::format("There is an {} bill \"{}\" already; reminders are found by name. Choose another name, or add "
+                    "--force.",
+                    bill.group.word, name));
+  }
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,39 @@
+// Finding the bill that a person means.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Groups.h"
+#include "foundation/Value.h"
+#include "platform/Platform.h"
+
+namespace tallyvane::cli {
+
+/// A bill's own file, and the list in which it stands.
+struct ListedBill {
+  std::string bid;  ///< as the index has it
+  Group group;
+  Dictionary content;  ///< what the file holds: no display keys, the due date unshifted
+
+  [[nodiscard]] std::string name() const { return content.valueOr(key::Name, std::string()); }
+};
+
+/// Fails when the data folder is not there, or its index is but cannot be read: nothing is written then, and no one is
+/// told that there are no bills.
+void requireReadableData(const Platform& platform);
+
+/// Every bill of the index whose file can be read, once, in the order active, archived, deleted. One that stands in
+/// several lists counts for the first of them. Fails as above.
+[[nodiscard]] std::vector<ListedBill> allBills(const Platform& platform);
+
+/// The one bill of these groups that the text names: by its identifier, its name, or the beginning of its name; case
+/// and the form of accents count only where they tell two apart. A better match in any of the groups goes before a
+/// worse one, then the groups' order. No such bill, or several, fails with a sentence that says which there are.
+[[nodiscard]] ListedBill findBill(const Platform& platform, const std::string& text, const std::vector<Group>& groups);
+
+/// Fails when another bill of these groups has exactly this name: reminders are found by it.
+void requireUnusedName(const Platform& platform, const std::string& name, const std::string& exceptBid,
+                       const std::vector<Group>& groups);
+
+}  // namespace tallyvane::cli

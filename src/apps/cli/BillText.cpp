@@ -1,0 +1,42 @@
+#include "cli/BillText.h"
+
+#include <fmt/format.h>
+
+#include "foundation/Calendar.h"
+#include "foundation/NumberReading.h"
+#include "storage/Keys.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+bool isPaidAutomatically(const Dictionary& bill) { return int32Value(bill, key::PayType) == 1; }
+
+std::int64_t daysUntil(const Platform& platform, Date due) {
+  return QMBillsLoader{platform}.getDaysApartWithDateAndCurrentDate(due, platform.clock.now());
+}
+
+std::string isoDay(const Platform& platform, Date date) {
+  const std::chrono::year_month_day day{Calendar::of(platform.region).civilDay(date)};
+  return fmt::format("{:04}-{:02}-{:02}", static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
+                     static_cast<unsigned>(day.day()));
+}
+
+Colour colourOf(const Dictionary& row) {
+  const std::string icon = row.valueOr(key::DueIcon, std::string());
+  if (icon == "red5.png") return Colour::red;
+  if (icon == "yellow5.png") return Colour::yellow;
+  if (icon == "green5.png") return Colour::green;
+  return icon == "blue5.png" ? Colour::blue : Colour::none;
+}
+
+Cell dueDateCell(const Platform& platform, const Dictionary& row) {
+  const Date* due = row.get<Date>(key::DueDate);
+  if (due == nullptr) return "";
+  return {row.valueOr(key::DueString, std::string()), isoDay(platform, *due)};
+}
+
+Cell amountCell(const Platform& platform, const Value* amount) {
+  return {QMBillsLoader{platform}.currencyFormattedNumber(amount), fmt::format("{:.2f}", doubleValue(amount))};
+}
+
+}  // namespace tallyvane::cli

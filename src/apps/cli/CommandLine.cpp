@@ -1,0 +1,119 @@
+#include "cli/CommandLine.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <exception>
+
+#include "cli/Build.h"
+#include "cli/Similar.h"
+#include "foundation/Texts.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+void addCommands(CLI::App& app, Invocation& invocation) {
+  for (const auto add : {addOverview, addShow, addAdd, addEdit, addArchive, addRestore, addDelete, addDeleteAll,
+                         addTags, addIcons, addRepeat, addSettings, addMenu, addWidget}) {
+    add(app, invocation);
+  }
+}
+
+void describe(CLI::App& app, Invocation& invocation) {
+  app.description("Tallyvane keeps your recurring bills and tells which are due.");
+  app.name("tallyvane");
+  app.set_version_flag("--version", "tallyvane " TALLYVANE_VERSION " (build " TALLYVANE_BUILD ")",
+                       "Print the version and the build");
+  app.fallthrough();  // the flags below may also stand after the command
+  app.add_flag("--verbose", invocation.verbose, "Print what is logged on standard error");
+  app.add_flag("--json", invocation.json, "Print JSON");
+  app.footer(
+      "Without a command: the overview.\nExample:\n  tallyvane add Rent --due 2027-03-01 --repeat monthly --amount "
+      "900");
+  app.get_formatter()->column_width(28);
+  app.get_formatter()->label("REQUIRED", "(required)");
+  app.get_formatter()->label("TEXT", "");
+  app.require_subcommand(0, 1);
+  addCommands(app, invocation);
+}
+
+void requireUtf8(const std::vector<std::string>& arguments) {
+  const auto broken = std::find_if_not(arguments.begin(), arguments.end(), isValidUtf8);
+  if (broken != arguments.end()) wrongUsage("The argument \"" + *broken + "\" is not valid UTF-8.");
+}
+
+/// The command that was probably meant by a first argument that is none.
+std::string suggestion(const CLI::App& app) {
+  const std::vector<std::string> unknown = app.remaining();
+  if (unknown.empty() || !app.get_subcommands().empty()) return "";
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands(nullptr)) names.push_back(command->get_name());
+  const auto similar = nearest(unknown.front(), names);
+  return similar ? " Did you mean \"" + *similar + "\"?" : "";
+}
+
+/// The command whose help says what would have been right.
+std::string helpCommand(const CLI::App& app) {
+  std::string words = "tallyvane";
+  for (auto chosen = app.get_subcommands(); !chosen.empty(); chosen = chosen.back()->get_subcommands()) {
+    words += " " + chosen.back()->get_name();
+  }
+  return words + " --help";
+}
+
+void parse(CLI::App& app, std::vector<std::string> arguments, Console& console) {
+  try {
+    std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the end
+    app.parse(std::move(arguments));
+  } catch (const CLI::CallForHelp&) {
+    console.text(app.help());
+    throw;
+  } catch (const CLI::CallForVersion& version) {
+    console.line(version.what());
+    throw;
+  } catch (const CLI::ParseError& error) {
+    wrongUsage(std::string(error.what()) + "." + suggestion(app) + " See: " + helpCommand(app));
+  }
+}
+
+ExitStatus failed(Console& console, const Failure& failure) {
+  console.error(failure.what());
+  return failure.status();
+}
+
+ExitStatus finished(Console& console) {
+  if (console.flushed()) return ExitStatus::done;
+  console.error("The output could not be written.");
+  return ExitStatus::couldNot;
+}
+
+}  // namespace
+
+std::variant<Invocation, ExitStatus> parseCommandLine(const std::vector<std::string>& arguments, Console& console) {
+  Invocation invocation;
+  CLI::App app;
+  try {
+    requireUtf8(arguments);
+    describe(app, invocation);
+    parse(app, arguments, console);
+    return invocation;
+  } catch (const CLI::Success&) {
+    return finished(console);
+  } catch (const Failure& failure) {
+    return failed(console, failure);
+  }
+}
+
+ExitStatus runCommand(const Invocation& invocation, Session& session) {
+  try {
+    (invocation.action ? invocation.action : runDefaultOverview)(session);
+    return finished(session.console);
+  } catch (const Failure& failure) {
+    return failed(session.console, failure);
+  } catch (const std::exception& error) {
+    session.console.error(std::string("Something went wrong: ") + error.what());
+    return ExitStatus::couldNot;
+  }
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,48 @@
+#include "cli/Console.h"
+
+#include "cli/DisplayText.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+std::string_view escapeSequence(Colour colour) {
+  switch (colour) {
+    case Colour::bold:
+      return "\x1b[1m";
+    case Colour::dim:
+      return "\x1b[2m";
+    case Colour::red:
+      return "\x1b[31m";
+    case Colour::yellow:
+      return "\x1b[33m";
+    case Colour::green:
+      return "\x1b[32m";
+    case Colour::blue:
+      return "\x1b[34m";
+    case Colour::none:
+      break;
+  }
+  return "";
+}
+
+}  // namespace
+
+void Console::line(std::string_view text) { out_ << text << '\n'; }
+
+void Console::error(std::string_view sentence) { err_ << "tallyvane: " << printable(sentence) << '\n'; }
+
+std::string Console::painted(const std::string& text, Colour colour) const {
+  const std::string_view sequence = escapeSequence(colour);
+  if (!terminal_.colours || sequence.empty() || text.empty()) return text;
+  return std::string(sequence) + text + "\x1b[0m";
+}
+
+bool Console::confirms(const std::string& question) const {
+  const std::string answer = asker_(printable(question) + " [y/N] ").value_or(std::string());
+  return answer == "y" || answer == "Y" || answer == "yes" || answer == "Yes";
+}
+
+bool Console::flushed() { return static_cast<bool>(out_.flush()); }
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,61 @@
+// Where a command's output goes and whom it may ask.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+namespace tallyvane::cli {
+
+enum class Colour { none, bold, dim, red, yellow, green, blue };
+
+/// What is at the other end of the output.
+struct Terminal {
+  bool interactive = false;  ///< a person's terminal; otherwise a pipe or a file
+  bool colours = false;
+  int width = 80;  ///< columns; only looked at on a terminal
+};
+
+/// Prints lines of text that is fit for a terminal (see DisplayText), and asks questions.
+class Console {
+ public:
+  /// Gives a person's answer to a question, or nothing when they ended the input. Unset where nobody can be asked.
+  using Asker = std::function<std::optional<std::string>(const std::string& question)>;
+
+  /// The streams outlive the console.
+  Console(std::ostream& out, std::ostream& err, Terminal terminal, Asker asker = nullptr)
+      : out_(out), err_(err), terminal_(terminal), asker_(std::move(asker)) {}
+
+  [[nodiscard]] const Terminal& terminal() const { return terminal_; }
+  [[nodiscard]] bool interactive() const { return terminal_.interactive; }
+
+  /// One line of output. Text of a bill in it has gone through DisplayText.
+  void line(std::string_view text = "");
+  /// Several lines, the last with its line feed.
+  void text(std::string_view lines) { out_ << lines; }
+  /// One sentence on standard error, made fit for a terminal and marked as this program's.
+  void error(std::string_view sentence);
+  /// The text in a colour where the terminal shows colours.
+  [[nodiscard]] std::string painted(const std::string& text, Colour colour) const;
+
+  [[nodiscard]] bool canAsk() const { return asker_ != nullptr; }
+  /// Whether the person answered yes.
+  [[nodiscard]] bool confirms(const std::string& question) const;
+
+  /// Sends out what is still held back; whether all output arrived.
+  [[nodiscard]] bool flushed();
+
+ private:
+  std::ostream& out_;
+  std::ostream& err_;
+  Terminal terminal_;
+  Asker asker_;
+};
+
+/// This process's own streams. Colours need a terminal and an environment without NO_COLOR; questions need a terminal
+/// to be read from.
+[[nodiscard]] Console standardConsole();
+
+}  // namespace tallyvane::cli

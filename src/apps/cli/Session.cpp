@@ -1,0 +1,25 @@
+#include "cli/Session.h"
+
+#include "cli/Failure.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+void Session::write(const std::function<void()>& operation, const std::function<void()>& mend) {
+  const auto lock = access_.lock();
+  if (!lock) couldNot("Nothing was changed: " + lock.error() + ".");
+
+  access_.files.begin();
+  try {
+    operation();
+  } catch (...) {
+    (void)access_.files.finish();  // nothing was changed yet
+    throw;
+  }
+  const Result<> written = access_.files.finish();
+  if (!written && mend) mend();
+  (void)QMBillsLoader{platform}.loadBills();  // for the widget's snapshot
+  if (!written) couldNot("Not done: " + written.error() + ". Make room or check the permissions, then try again.");
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,213 @@
+#include "cli/SettingsCatalogue.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+
+#include "cli/Failure.h"
+#include "cli/Similar.h"
+#include "cli/TextInput.h"
+#include "foundation/Calendar.h"
+#include "foundation/NumberReading.h"
+#include "storage/DataFolder.h"
+#include "storage/Keys.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+[[noreturn]] void failKind(const Setting& setting, const std::string& text) {
+  wrongUsage(fmt::format("{} must be {}, not \"{}\".", setting.key, kindText(setting), text));
+}
+
+Value yesNoInput(const Setting& setting, const std::string& text) {
+  const std::string word = folded(text);
+  for (const char* yes : {"yes", "true", "on", "1"}) {
+    if (word == yes) return true;
+  }
+  for (const char* no : {"no", "false", "off", "0"}) {
+    if (word == no) return false;
+  }
+  failKind(setting, text);
+}
+
+Value pathInput(const Setting& setting, const std::string& text) {
+  if (!text.empty() && text.front() != '/') failKind(setting, text);
+  return lineInput(setting.key, text);
+}
+
+/// The folder that holds the data folder; naming the data folder itself means the same.
+Value folderInput(const Platform& platform, const Setting& setting, const std::string& text) {
+  std::string path = lineInput(setting.key, text);
+  const auto dropSlashes = [&] {
+    while (path.size() > 1 && path.back() == '/') path.pop_back();
+  };
+  dropSlashes();
+  if (path.ends_with("/" + std::string(dataFolderName))) path.resize(path.size() - dataFolderName.size());
+  dropSlashes();
+  if (path.empty() || path.front() != '/') failKind(setting, text);
+  if (!platform.files.isFolder(path)) couldNot("There is no folder " + path + ".");
+  return platform.bookmarks.bookmark(path);
+}
+
+Value listInput(const std::string& text) {
+  Array list;
+  for (std::size_t from = 0; from <= text.size();) {
+    const std::size_t comma = std::min(text.find(',', from), text.size());
+    list.emplace_back(nameInput("Each text of the list", std::string_view(text).substr(from, comma - from)));
+    from = comma + 1;
+  }
+  return list;
+}
+
+/// The two digits at a place, or -1.
+int twoDigits(std::string_view text) {
+  int number = -1;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size() ? number : -1;
+}
+
+Value timeInput(const Platform& platform, const Setting& setting, const std::string& text) {
+  const std::size_t colon = text.find(':');
+  if (colon == std::string::npos || colon > 2 || text.size() != colon + 3) failKind(setting, text);
+  const int hour = twoDigits(std::string_view(text).substr(0, colon));
+  const int minute = twoDigits(std::string_view(text).substr(colon + 1));
+  if (hour < 0 || hour > 23 || minute < 0 || minute > 59) failKind(setting, text);
+  // Any day will do; on this one no clock was changed.
+  return Calendar::of(platform.region).wallTime(CivilDay{std::chrono::year{2001} / 1 / 1}, hour, minute);
+}
+
+std::string timeText(const Platform& platform, const Value* value) {
+  const Date* date = value == nullptr ? nullptr : value->get<Date>();
+  if (date == nullptr) return "";
+  const DateFields fields = Calendar::of(platform.region).fields(*date);
+  return fmt::format("{:02}:{:02}", fields.hour, fields.minute);
+}
+
+std::string folderText(const Platform& platform, const Value* value) {
+  const Data* bookmark = value == nullptr ? nullptr : value->get<Data>();
+  return bookmark == nullptr ? std::string() : platform.bookmarks.resolve(*bookmark).value_or(std::string());
+}
+
+std::string listText(const Value* value) {
+  std::string text;
+  for (const std::string& element : stringsOf(value == nullptr ? nullptr : value->get<Array>())) {
+    text += (text.empty() ? "" : ", ") + element;
+  }
+  return text;
+}
+
+const Value* pointer(const std::optional<Value>& value) { return value ? &*value : nullptr; }
+
+}  // namespace
+
+const std::vector<Setting>& settingsCatalogue() {
+  using enum SettingKind;
+  static const std::vector<Setting> catalogue = {
+      {key::DueSoonDays, number, "How many days ahead a bill counts as due soon", 0, 3650},
+      {key::AvoidWeekends, number,
+       "Due dates on a weekend are shown: 0 the Friday before, 1 the Monday after, 2 as they are", 0, 2},
+      {key::HideAutomaticBillsInOverview, yesNo, "Leave bills that are paid automatically out of all lists"},
+      {key::DontCountAuto, yesNo, "Leave bills that are paid automatically out of the status menu and the statistics"},
+      {key::EnableStartAtLoginMenu, yesNo, "Show the status menu"},
+      {key::ShouldDisplayStatusTitle, yesNo, "Show the number of bills due soon beside the status menu's icon"},
+      {key::ReminderEvents, yesNo, "Remind by events in a calendar"},
+      {key::EnableNotificationCenter, yesNo, "Remind by notifications on the desktop"},
+      {key::EmailsEnabled, yesNo, "Remind by e-mail"},
+      {key::RemindersTasks, yesNo, "Remind by tasks; kept, but tasks are not made"},
+      {key::ReminderTime, time, "At what time of the day reminders come"},
+      {key::CalendarList, list, "Names of the calendars to choose from"},
+      {key::ReminderCalendarNumber, number, "Which calendar of that list gets the events; 0 is the first", 0, 999},
+      {key::iCloudSyncEnabled, yesNo, "Mirror bills and tags between your devices"},
+      {key::CustomLocationEnabled, yesNo, "Keep the data folder in a folder of your own choice"},
+      {key::CustomLocationBookmark, folder, "That folder"},
+      {key::DropboxSyncEnabled, yesNo, "That folder is a Dropbox; the data lie in its Apps/Tallyvane"},
+      {key::CustomLocationTempPath, path, "Where the data folder of your own was last found; empty looks again"},
+  };
+  return catalogue;
+}
+
+const Setting& findSetting(const std::string& key) {
+  std::vector<std::string> keys;
+  for (const Setting& setting : settingsCatalogue()) {
+    if (setting.key == key || folded(setting.key) == folded(key)) return setting;
+    keys.emplace_back(setting.key);
+  }
+  const auto similar = nearest(key, keys);
+  wrongUsage(
+      fmt::format("There is no setting \"{}\".{}", key,
+                  similar ? fmt::format(" Did you mean {}?", *similar) : " \"tallyvane settings\" lists them all."));
+}
+
+std::string kindText(const Setting& setting) {
+  switch (setting.kind) {
+    case SettingKind::yesNo:
+      return "yes or no";
+    case SettingKind::number:
+      return fmt::format("a whole number from {} to {}", setting.least, setting.most);
+    case SettingKind::path:
+      return "an absolute path, or empty";
+    case SettingKind::folder:
+      return "the absolute path of a folder";
+    case SettingKind::list:
+      return "texts with commas between them";
+    case SettingKind::time:
+      break;
+  }
+  return "a time such as 09:30";
+}
+
+Value settingInput(const Platform& platform, const Setting& setting, const std::string& text) {
+  switch (setting.kind) {
+    case SettingKind::yesNo:
+      return yesNoInput(setting, text);
+    case SettingKind::number:
+      return countInput(setting.key, text, setting.least, setting.most);
+    case SettingKind::path:
+      return pathInput(setting, text);
+    case SettingKind::folder:
+      return folderInput(platform, setting, text);
+    case SettingKind::list:
+      return listInput(text);
+    case SettingKind::time:
+      break;
+  }
+  return timeInput(platform, setting, text);
+}
+
+std::string settingText(const Platform& platform, const Setting& setting, const std::optional<Value>& value) {
+  const Value* present = pointer(value);
+  switch (setting.kind) {
+    case SettingKind::yesNo:
+      return boolValue(present) ? "yes" : "no";
+    case SettingKind::number:
+      return std::to_string(integerValue(present));
+    case SettingKind::path:
+      return present != nullptr && present->is<std::string>() ? *present->get<std::string>() : std::string();
+    case SettingKind::folder:
+      return folderText(platform, present);
+    case SettingKind::list:
+      return listText(present);
+    case SettingKind::time:
+      break;
+  }
+  return timeText(platform, present);
+}
+
+nlohmann::ordered_json settingJson(const Platform& platform, const Setting& setting,
+                                   const std::optional<Value>& value) {
+  const Value* present = pointer(value);
+  switch (setting.kind) {
+    case SettingKind::yesNo:
+      return boolValue(present);
+    case SettingKind::number:
+      return integerValue(present);
+    case SettingKind::list:
+      return stringsOf(present == nullptr ? nullptr : present->get<Array>());
+    default:
+      return settingText(platform, setting, value);
+  }
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,44 @@
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iostream>
+
+#include "cli/Console.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+constexpr int usualWidth = 80;
+
+int terminalWidth() {
+  winsize size{};
+  if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) return size.ws_col;
+  return usualWidth;
+}
+
+bool environmentHas(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr && *value != '\0';
+}
+
+/// Asks on standard error, so that the output may go to a file.
+std::optional<std::string> askPerson(const std::string& question) {
+  std::cerr << question << std::flush;
+  std::string answer;
+  if (!std::getline(std::cin, answer)) return std::nullopt;
+  return answer;
+}
+
+}  // namespace
+
+Console standardConsole() {
+  const bool interactive = ::isatty(STDOUT_FILENO) == 1;
+  const bool colours = interactive && !environmentHas("NO_COLOR");
+  const bool canAsk = ::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1;
+  return Console(std::cout, std::cerr, {interactive, colours, interactive ? terminalWidth() : usualWidth},
+                 canAsk ? Console::Asker(askPerson) : nullptr);
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,64 @@
+// Rows for people on a terminal and for programs in a pipe.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Console.h"
+
+namespace tallyvane::cli {
+
+/// One field: what a person reads, and what a program reads in a pipe.
+struct Cell {
+  Cell(std::string text) : shown(text), plain(std::move(text)) {}
+  Cell(const char* text) : Cell(std::string(text)) {}
+  Cell(std::string shownText, std::string plainText, Colour shownColour = Colour::none)
+      : shown(std::move(shownText)), plain(std::move(plainText)), colour(shownColour) {}
+
+  std::string shown;
+  std::string plain;
+  Colour colour = Colour::none;
+};
+
+struct Column {
+  std::string title;
+  bool alignRight = false;
+  int narrowest = 0;  ///< may be cut down to so many columns; 0 is never cut while another column can give way
+  int leavesAt = 0;   ///< on a narrow terminal the column with the highest number leaves first; 0 stays
+};
+
+/// On a terminal: a header, aligned columns, every line within the terminal's width (of 10 at least); columns that may
+/// be cut are cut first, then columns leave, then even the first is cut. In a pipe: one line a row, fields in full with
+/// tabs between them, no header; the section's title is the first field where there are sections.
+class Table {
+ public:
+  explicit Table(std::vector<Column> columns) : columns_(std::move(columns)) {}
+
+  /// The rows added from here on stand under this title.
+  void startSection(std::string title) { sections_.push_back({std::move(title), rows_.size()}); }
+  /// As many cells as there are columns. Texts are made printable here.
+  void add(std::vector<Cell> cells);
+  void print(Console& console) const;
+
+ private:
+  struct Section {
+    std::string title;
+    std::size_t firstRow;
+  };
+
+  void printForPeople(Console& console) const;
+  void printForPrograms(Console& console) const;
+  [[nodiscard]] std::vector<int> naturalWidths() const;
+  void printRow(Console& console, const std::vector<Cell>& row, const std::vector<int>& widths) const;
+  void printHeader(Console& console, const std::vector<int>& widths) const;
+
+  std::vector<Column> columns_;
+  std::vector<std::vector<Cell>> rows_;
+  std::vector<Section> sections_;
+};
+
+/// Widths that fit `available` columns with two blanks between neighbours; 0 for a column that left.
+[[nodiscard]] std::vector<int> widthsThatFit(const std::vector<Column>& columns, std::vector<int> natural,
+                                             int available);
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,61 @@
+#include "cli/TextInput.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+
+#include "cli/DisplayText.h"
+#include "cli/Failure.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+std::string trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t\r\n");
+  if (first == std::string_view::npos) return "";
+  return std::string(text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1));
+}
+
+}  // namespace
+
+std::string lineInput(std::string_view what, std::string_view text) {
+  if (printable(text) != text) {
+    wrongUsage(fmt::format("{} \"{}\" has a line break or another control character in it.", what, text));
+  }
+  return std::string(text);
+}
+
+std::string nameInput(std::string_view what, std::string_view text) {
+  std::string name = lineInput(what, trimmed(text));
+  if (name.empty()) wrongUsage(fmt::format("{} must not be empty.", what));
+  return name;
+}
+
+std::string notesInput(std::string_view text) {
+  std::string withoutTabs(text);
+  std::replace(withoutTabs.begin(), withoutTabs.end(), '\t', ' ');
+  if (printableLines(withoutTabs) != withoutTabs) wrongUsage("The notes have a control character in them.");
+  return std::string(text);
+}
+
+std::vector<std::string> tagsInput(const std::vector<std::string>& texts) {
+  if (texts.size() == 1 && texts.front().empty()) return {};
+  std::vector<std::string> tags;
+  for (const std::string& text : texts) {
+    std::string tag = nameInput("A tag", text);
+    if (std::find(tags.begin(), tags.end(), tag) == tags.end()) tags.push_back(std::move(tag));
+  }
+  return tags;
+}
+
+std::int64_t countInput(std::string_view what, std::string_view text, std::int64_t least, std::int64_t most) {
+  std::int64_t number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stopped, error] = std::from_chars(text.data(), end, number);
+  if (error == std::errc() && stopped == end && number >= least && number <= most) return number;
+  wrongUsage(fmt::format("{} must be a whole number from {} to {}, not \"{}\".", what, least, most, text));
+}
+
+}  // namespace tallyvane::cli

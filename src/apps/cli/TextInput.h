@@ -1,0 +1,23 @@
+// Texts and counts that a person typed, checked. Each fails the command with a sentence on what is wrong.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tallyvane::cli {
+
+/// Without blanks at its ends; not empty, and without line breaks and other control characters.
+[[nodiscard]] std::string nameInput(std::string_view what, std::string_view text);
+/// One line, possibly empty, such as an address.
+[[nodiscard]] std::string lineInput(std::string_view what, std::string_view text);
+/// Several lines: line feeds and tabs may stand in it.
+[[nodiscard]] std::string notesInput(std::string_view text);
+/// Checked as names, each kept once; a single empty one gives none.
+[[nodiscard]] std::vector<std::string> tagsInput(const std::vector<std::string>& texts);
+/// A whole number of that range.
+[[nodiscard]] std::int64_t countInput(std::string_view what, std::string_view text, std::int64_t least,
+                                      std::int64_t most);
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,59 @@
+#include <memory>
+
+#include "cli/BillChange.h"
+#include "cli/BillLookup.h"
+#include "cli/commands/Commands.h"
+#include "storage/QMBill.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+struct Options {
+  std::string bill;
+  bool force = false;
+};
+
+/// Back among the active bills. The model's restoring knows archived bills only, so a deleted one is moved, and the
+/// lists that the move changed are mirrored, as the model's own movers do.
+void moveBack(const Platform& platform, const ListedBill& bill) {
+  QMBill mover{platform};
+  if (bill.group.key == archivedBills.key) return mover.restoreBillWithBid(bill.bid);
+  mover.moveBillFromIndexToIndexNotUsingIndexAndDisableBill(bill.bid, key::DeletedBills, key::ActiveBills,
+                                                            key::ArchivedBills, false);
+  QMBillsLoader loader{platform};
+  const auto list = [&](std::string_view key) {
+    return arrayOf(loader.getListOfBills(key).value_or(std::vector<std::string>()));
+  };
+  mover.uploadDeletedBillsToiCloud(list(key::DeletedBills));
+  mover.uploadActiveBillsToiCloud(list(key::ActiveBills));
+}
+
+void restore(Session& session, const Options& options) {
+  const Platform& platform = session.platform;
+  ListedBill bill;
+  session.write(
+      [&] {
+        bill = findBill(platform, options.bill, {archivedBills, deletedBills});
+        if (!options.force) requireUnusedName(platform, bill.name(), bill.bid, {activeBills});
+        moveBack(platform, bill);
+        bill.content.set(key::Bid, bill.bid);
+        QMBill{platform}.rewriteSpecificBill(bill.content);  // moving makes no reminders; this does
+      },
+      [&] { agreeWithFiles(platform, bill.bid, {bill.name()}); });
+  sayDone(session, "Restored", bill.bid);
+}
+
+}  // namespace
+
+void addRestore(CLI::App& app, Invocation& invocation) {
+  auto options = std::make_shared<Options>();
+  CLI::App* command =
+      addCommand(app, invocation, {"restore", "Bring back an archived or deleted bill", "tallyvane restore Rent"},
+                 [options](Session& session) { restore(session, *options); });
+  command->add_option("BILL", options->bill, billHelp)->required();
+  command->add_flag("--force", options->force, "Also when an active bill has the same name");
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,52 @@
+#include "cli/CommandLine.h"
+#include "cli/NoticeLog.h"
+#include "common/DesktopPlatform.h"
+#include "common/ProgramLock.h"
+#include "freedesktop/SystemLog.h"
+#include "freedesktop/SystemRegion.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+/// A command opens nothing in the session.
+class NoWorkspace : public Workspace {
+ public:
+  [[nodiscard]] std::vector<std::string> runningApplications() override { return {}; }
+  Result<> openUrl(const std::string& url) override { return Error{url + ": not opened by the command line"}; }
+};
+
+Result<std::shared_ptr<const void>> takeLock(programs::DesktopPlatform& desktop, Console& console) {
+  auto lock = programs::ProgramLock::take(desktop.files(), desktop.paths().lock, [&console] {
+    console.error("Waiting for another Tallyvane program to finish.");
+  });
+  if (!lock) return Error{lock.error()};
+  return std::shared_ptr<const void>(std::make_shared<programs::ProgramLock>(std::move(*lock)));
+}
+
+ExitStatus runOnDesktop(const Invocation& invocation, Console& console) {
+  SystemLog systemLog("tallyvane", invocation.verbose);
+  NoticeLog noticeLog(systemLog, console);
+  Log& log = invocation.verbose ? static_cast<Log&>(systemLog) : noticeLog;
+  NoWorkspace workspace;
+  NoStatusBar statusBar;
+  NoApplication application;
+  programs::DesktopPlatform desktop(XdgFolders::of(processEnvironment()), systemRegion(log), log, workspace, statusBar,
+                                    application);
+  Session session(desktop.platform(), console, {desktop.files(), [&] { return takeLock(desktop, console); }},
+                  invocation.json);
+  return runCommand(invocation, session);
+}
+
+ExitStatus run(int count, char** arguments) {
+  Console console = standardConsole();
+  auto parsed = parseCommandLine({arguments + std::min(count, 1), arguments + count}, console);
+  if (const ExitStatus* ended = std::get_if<ExitStatus>(&parsed)) return *ended;
+  return runOnDesktop(std::get<Invocation>(parsed), console);
+}
+
+}  // namespace
+
+}  // namespace tallyvane::cli
+
+int main(int count, char** arguments) { return static_cast<int>(tallyvane::cli::run(count, arguments)); }

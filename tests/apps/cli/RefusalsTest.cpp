@@ -1,0 +1,217 @@
+#include <algorithm>
+
+#include "apps/cli/CliDesktop.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using Arguments = std::vector<std::string>;
+
+class Refusals : public ::testing::Test {
+ protected:
+  Refusals() {
+    (void)cli.run({"add", "Rent", "--due", "2027-03-13", "--repeat", "monthly", "--amount", "900", "--remind", "2"});
+    (void)cli.run({"add", "Rent garage", "--due", "2027-03-13", "--repeat", "monthly", "--amount", "60"});
+    (void)cli.run({"add", "Old phone", "--due", "2027-03-13", "--repeat", "monthly", "--amount", "20"});
+    (void)cli.run({"archive", "Old phone"});
+  }
+  CliDesktop cli;
+};
+
+TEST_F(Refusals, BadInputGetsOneClearSentenceAndChangesNothing) {
+  const struct {
+    Arguments arguments;
+    int status;
+    const char* says;
+  } cases[] = {
+      {{"add", "", "--due", "today", "--repeat", "weekly", "--amount", "1"}, 2, "must not be empty"},
+      {{"add", "  ", "--due", "today", "--repeat", "weekly", "--amount", "1"}, 2, "must not be empty"},
+      {{"add", "a\x1b[2J", "--due", "today", "--repeat", "weekly", "--amount", "1"}, 2, "control character"},
+      {{"add", "\xff\xfe", "--due", "today", "--repeat", "weekly", "--amount", "1"}, 2, "not valid UTF-8"},
+      {{"add", "A", "--due", "2027-02-30", "--repeat", "weekly", "--amount", "1"}, 2, "2027-02-30"},
+      {{"add", "A", "--due", "today", "--repeat", "sometimes", "--amount", "1"}, 2, "sometimes"},
+      {{"add", "A", "--due", "today", "--repeat", "weekly", "--amount", "-5"}, 2, "negative"},
+      {{"add", "A", "--due", "today", "--repeat", "weekly", "--amount", "1e15"}, 2, "1e15"},
+      {{"add", "A", "--due", "today", "--repeat", "weekly", "--amount", "1", "--icon", "spaceship"}, 2, "spaceship"},
+      {{"add", "A", "--due", "today", "--repeat", "weekly", "--amount", "1", "--remind", "-1"}, 2, "from 0 to 366"},
+      {{"add", "A", "--due", "today", "--repeat", "weekly", "--amount", "1", "--tag", " "}, 2, "A tag"},
+      {{"add", "A", "--repeat", "weekly", "--amount", "1"}, 2, "--due is required"},
+      {{"add", "Rent", "--due", "today", "--repeat", "weekly", "--amount", "1"}, 1, "an active bill \"Rent\" already"},
+      {{"add", "Old phone", "--due", "today", "--repeat", "weekly", "--amount", "1"}, 1, "an archived bill"},
+      {{"edit", "Rent"}, 2, "Say what to change"},
+      {{"edit", "Rent", "--name", "Rent garage"}, 1, "already"},
+      {{"edit", "Rent", "--remind", "1", "--no-remind"}, 2, "--no-remind"},
+      {{"show", "Ren"}, 1, "fits 2 bills: \"Rent\""},
+      {{"show", "Rnt"}, 1, "Did you mean \"Rent\"?"},
+      {{"show", ""}, 1, "There is no bill"},
+      {{"archive", "Old phone"}, 1, "is archived"},
+      {{"restore", "Rent g"}, 1, "is active"},
+      {{"overview", "--range", "7"}, 2, "--range"},
+      {{"repeat", "weekly", "--count", "0"}, 2, "--count"},
+      {{"settings", "set", "QMDueSoonDays", "soon"}, 2, "whole number from 0"},
+      {{"settings", "set", "QMReminderTime", "24:00"}, 2, "09:30"},
+      {{"settings", "set", "QMCustomLocationEnabled", "perhaps"}, 2, "yes or no"},
+      {{"settings", "set", "QMCustomLocationEnabled", "yes"}, 1, "Name the folder first"},
+      {{"settings", "set", "QMCustomLocationBookmark", "/nowhere"}, 1, "no folder /nowhere"},
+      {{"settings", "get", "QMDueSonDays"}, 2, "Did you mean QMDueSoonDays?"},
+      {{"tags", "--set", "a", "b\x07"}, 2, "A tag"},
+      {{"overviw"}, 2, "Did you mean \"overview\"?"},
+  };
+  for (const auto& c : cases) {
+    const auto before = cli.desktop.files.content;
+    const Outcome outcome = cli.run(c.arguments);
+    EXPECT_EQ(outcome.status, c.status) << ::testing::PrintToString(c.arguments);
+    EXPECT_THAT(outcome.err, HasSubstr(c.says)) << ::testing::PrintToString(c.arguments);
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+    EXPECT_THAT(outcome.out, IsEmpty());
+    EXPECT_TRUE(cli.desktop.files.content == before) << ::testing::PrintToString(c.arguments);
+    EXPECT_FALSE(cli.locked);
+  }
+}
+
+/// What the person would lose if a failed command left something half done.
+struct Kept {
+  std::map<std::string, std::string> files;
+  std::vector<std::string> events;
+  std::vector<std::string> notifications;
+  Value snapshot;
+  bool operator==(const Kept&) const = default;
+};
+
+Kept keptBy(CliDesktop& cli) {
+  Kept kept{cli.desktop.files.content, {}, {}, ""};
+  for (const CalendarEvent& event : cli.desktop.calendars.eventList) kept.events.push_back(event.title);
+  for (const auto& note : cli.desktop.notifications.scheduledList) kept.notifications.push_back(note.title);
+  std::sort(kept.events.begin(), kept.events.end());
+  std::sort(kept.notifications.begin(), kept.notifications.end());
+  kept.snapshot = cli.desktop.groupDefaults.object("ActiveBills").value_or(Value(""));
+  return kept;
+}
+
+/// Other devices are told what the files hold, and of no bill that is not there.
+void expectMirrorAgrees(CliDesktop& cli) {
+  const std::map<std::string, std::string> lists{
+      {"activebills", "ActiveBills"}, {"archivedbills", "ArchivedBills"}, {"deletedbills", "DeletedBills"}};
+  for (const auto& [key, value] : cli.desktop.cloud.content) {
+    if (const auto list = lists.find(key); list != lists.end()) {
+      EXPECT_EQ(stringsOf(value.get<Array>()), cli.listed(list->second)) << key;
+    } else if (key == "tagindex") {
+      EXPECT_TRUE(value == cli.desktop.files.plist(cli.dataFolder + "/tagindex.plist"));
+    } else {
+      EXPECT_TRUE(value == Value(cli.bill(key))) << key;
+    }
+  }
+}
+
+TEST_F(Refusals, AFailedSaveLeavesEverythingAsItWas) {
+  cli.desktop.calendars.calendarList = {{"home", "Tallyvane", "here"}};
+  for (const char* key : {"QMReminderEvents", "QMEnableNotificationCenter", "iCloudSyncEnabled"}) {
+    (void)cli.desktop.defaults.set(key, true);
+  }
+  (void)cli.run({"edit", "Rent", "--tag", "Home"});  // brings reminders and mirror up to these settings
+  (void)cli.run({"archive", "Rent garage"});
+  (void)cli.run({"delete", "Old phone"});
+  (void)cli.run({"edit", "Rent", "--amount", "901"});
+  const Arguments commands[] = {
+      {"add", "New", "--due", "today", "--repeat", "weekly", "--amount", "1", "--remind", "1", "--tag", "New tag"},
+      {"edit", "Rent", "--name", "Flat", "--amount", "5", "--due", "tomorrow", "--tag", "New tag"},
+      {"edit", "Rent garage", "--amount", "5"},
+      {"archive", "Rent"},
+      {"restore", "Rent garage"},
+      {"restore", "Old phone"},
+      {"delete", "Rent"},
+      {"delete-all", "--yes"},
+      {"tags", "--set", "Other"}};
+  for (const Arguments& command : commands) {
+    const Kept before = keptBy(cli);
+    int failures = 0;
+    for (int call = 1;; ++call) {
+      FailingFileStore failing(cli.desktop.files, call);
+      const Outcome outcome = cli.runOn(failing, command);
+      if (outcome.status == 0) break;
+      ++failures;
+      EXPECT_EQ(outcome.status, 1);
+      EXPECT_THAT(outcome.err, AllOf(HasSubstr("No space left on device"), HasSubstr(cli.dataFolder)));
+      EXPECT_TRUE(keptBy(cli) == before) << ::testing::PrintToString(command) << " call " << call;
+      expectMirrorAgrees(cli);
+      ASSERT_LT(call, 20);
+    }
+    EXPECT_GT(failures, 0) << ::testing::PrintToString(command);
+    cli.desktop.files.content = before.files;
+    cli.desktop.cloud.content.clear();
+    (void)cli.run({"edit", "Rent", "--amount", "901"});
+    (void)cli.run({"overview"});
+  }
+}
+
+TEST_F(Refusals, WithoutItsDataFolderACommandWritesNothingAnywhere) {
+  (void)cli.desktop.defaults.set("QMCustomLocationEnabled", true);
+  const struct {
+    std::optional<Value> cache;
+    const char* says;
+  } cases[] = {{std::nullopt, "cannot be told"}, {"/media/stick/Tallyvane.tvdata", "/media/stick/Tallyvane.tvdata"}};
+  for (const auto& c : cases) {
+    if (c.cache) (void)cli.desktop.defaults.set("QMCusomLocationTempPath", *c.cache);
+    const auto before = cli.desktop.files.content;
+    for (const Arguments& command :
+         std::vector<Arguments>{{"add", "New", "--due", "today", "--repeat", "weekly", "--amount", "1", "--force"},
+                                {"edit", "Rent", "--amount", "1"},
+                                {"delete-all", "--yes"},
+                                {"tags", "--set", "A"},
+                                {"overview"}}) {
+      const Outcome outcome = cli.run(command);
+      EXPECT_EQ(outcome.status, 1) << command[0];
+      EXPECT_THAT(outcome.err, HasSubstr(c.says)) << command[0];
+    }
+    EXPECT_TRUE(cli.desktop.files.content == before);
+  }
+  EXPECT_EQ(cli.run({"settings", "set", "QMCustomLocationEnabled", "no"}).status, 0);
+  EXPECT_THAT(cli.run({"overview"}).out, HasSubstr("Rent"));
+}
+
+TEST_F(Refusals, AnIndexThatCannotBeReadIsNeverTakenForNoBills) {
+  cli.desktop.files.content[cli.dataFolder + "/billindex.plist"] = "<plist>";
+  const auto before = cli.desktop.files.content;
+  for (const Arguments& command :
+       std::vector<Arguments>{{"overview"}, {"add", "New", "--due", "today", "--repeat", "weekly", "--amount", "1"}}) {
+    const Outcome outcome = cli.run(command);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("billindex.plist"));
+  }
+  EXPECT_TRUE(cli.desktop.files.content == before);
+}
+
+TEST_F(Refusals, ALockThatCannotBeHadEndsTheCommandBeforeItWrites) {
+  cli.lockFailure = "/state/lock: busy";
+  const auto before = cli.desktop.files.content;
+  const Outcome outcome = cli.run({"archive", "Rent"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("/state/lock: busy"));
+  EXPECT_TRUE(cli.desktop.files.content == before);
+}
+
+TEST_F(Refusals, SettingsAreStoredInTheirTypeAndShownAsTyped) {
+  const struct {
+    const char* key;
+    const char* typed;
+    const char* shown;
+  } cases[] = {{"QMDueSoonDays", "14", "14\n"},
+               {"qmavoidweekends", "0", "0\n"},
+               {"QMReminderTime", "9:30", "09:30\n"},
+               {"QMCalendarList", "Home, Bills", "Home, Bills\n"},
+               {"QMDontCountAuto", "ON", "yes\n"},
+               {"QMCustomLocationBookmark", "/home/ada/Tallyvane.tvdata/", "/home/ada\n"}};
+  for (const auto& c : cases) EXPECT_EQ(cli.run({"settings", "set", c.key, c.typed}).out, c.shown) << c.key;
+  EXPECT_TRUE(*cli.desktop.defaults.content.find("QMDueSoonDays") == Value(14));
+  EXPECT_TRUE(*cli.desktop.defaults.content.find("QMCalendarList") == Value(Array{"Home", "Bills"}));
+  // A new folder is looked for anew.
+  EXPECT_TRUE(*cli.desktop.defaults.content.find("QMCusomLocationTempPath") == Value(""));
+  EXPECT_EQ(cli.run({"settings", "unset", "QMDueSoonDays"}).out, "7\n");
+  EXPECT_FALSE(cli.desktop.defaults.content.contains("QMDueSoonDays"));
+}
+
+}  // namespace
+}  // namespace tallyvane::testing
