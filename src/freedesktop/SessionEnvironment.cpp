@@ -33,7 +33,7 @@ std::vector<std::string> foldersOf(std::string_view list) {
 
 /// The user's folder, if there is one, before the system's.
 std::vector<std::string> withOwnFirst(const std::string& own, std::vector<std::string> system) {
-  if (!own.empty()) system.insert(system.begin(), own);
+  if (own.starts_with('/')) system.insert(system.begin(), own);
   return system;
 }
 

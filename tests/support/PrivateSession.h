@@ -31,7 +31,8 @@ class PrivateSession {
     put(folder.path + "/bus.conf",
         "<busconfig><type>session</type><listen>" + address + "</listen><auth>EXTERNAL</auth>" +
             (services.empty() ? "" : "<servicedir>" + services + "</servicedir>") +
-            "<policy context=\"default\"><allow send_destination=\"*\"/><allow own=\"*\"/></policy></busconfig>");
+            "<policy context=\"default\"><allow send_destination=\"*\"/><allow receive_sender=\"*\"/>"
+            "<allow own=\"*\"/></policy></busconfig>");
     startBus();
   }
 
@@ -72,25 +73,50 @@ class PrivateSession {
   }
 
   /// Takes the bus away.
-  void end() { bus_.reset(); }
-  void startBus() {
-    const std::string log = folder.path + "/bus.log";
-    bus_ = std::make_unique<ChildProcess>(
-        std::vector<std::string>{"/usr/bin/dbus-daemon", "--config-file=" + folder.path + "/bus.conf", "--nofork",
-                                 "--print-address=3"},
-        variables(), log);
-    awaitBus();
-  }
+  void endBus() { bus_.reset(); }
 
   TemporaryFolder folder;
   std::string address;
   std::string dataDirs = folder.path + "/system";
 
  private:
-  void awaitBus();
+  /// The bus says on a pipe that it listens.
+  void startBus() {
+    int ends[2];
+    if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
+    const std::vector<std::string> command{"/usr/bin/dbus-daemon", "--config-file=" + folder.path + "/bus.conf",
+                                           "--nofork", "--print-address=" + std::to_string(ends[1])};
+    bus_ = std::make_unique<ChildProcess>(command, variables(), folder.path + "/bus.log");
+    ::close(ends[1]);
+    pollfd polled{ends[0], POLLIN, 0};
+    const bool listens =
+        ::poll(&polled, 1, std::chrono::milliseconds(patience).count()) == 1 && (polled.revents & POLLIN) != 0;
+    ::close(ends[0]);
+    if (!listens) throw std::runtime_error("the bus does not start: " + bus_->said());
+  }
 
   int started_ = 0;
   std::unique_ptr<ChildProcess> bus_;
 };
+
+/// Handles messages of the connections, and of no others, until the condition holds; false when it does not in time.
+inline bool waitUntil(const std::vector<sdbus::IConnection*>& connections, const std::function<bool()>& condition,
+                      std::chrono::milliseconds limit = patience) {
+  const auto end = std::chrono::steady_clock::now() + limit;
+  while (true) {
+    std::vector<pollfd> polled;
+    int timeout = 1000;
+    for (sdbus::IConnection* connection : connections) {
+      while (connection->processPendingRequest()) {
+      }
+      const auto data = connection->getEventLoopPollData();
+      polled.push_back({data.fd, data.events, 0});
+      if (data.getPollTimeout() >= 0) timeout = std::min(timeout, data.getPollTimeout());
+    }
+    if (condition()) return true;
+    if (std::chrono::steady_clock::now() > end) return false;
+    ::poll(polled.data(), polled.size(), timeout);
+  }
+}
 
 }  // namespace tallyvane::testing

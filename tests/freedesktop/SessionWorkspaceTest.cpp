@@ -1,0 +1,104 @@
+#include "freedesktop/SessionWorkspace.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "freedesktop/PosixFileStore.h"
+#include "support/Fakes.h"
+#include "support/PrivateSession.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::Contains;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+class SessionWorkspaceTest : public ::testing::Test {
+ protected:
+  void install(const std::string& id, const std::string& scheme, const std::string& rest) {
+    const std::string folder = session.data() + "/applications";
+    std::filesystem::create_directories(folder);
+    put(folder + "/" + id, "[Desktop Entry]\nType=Application\nMimeType=x-scheme-handler/" + scheme + ";\n" + rest);
+  }
+
+  PrivateSession session;
+  PosixFileStore files{session.data()};
+  RecordingLog log;
+  SessionBus bus{session.address, std::chrono::milliseconds{200}};
+  SessionWorkspace workspace{bus, files, SessionEnvironment::of(session.environment()), log};
+};
+
+TEST_F(SessionWorkspaceTest, RunningApplicationsAreTheOwnedNames) {
+  const auto other = session.connect();
+  other->requestName("com.example.Running");
+  EXPECT_THAT(workspace.runningApplications(), AllOf(Contains("com.example.Running"), Each(Not(StartsWith(":")))));
+}
+
+TEST_F(SessionWorkspaceTest, AnApplicationThatTakesTheUrlOpensItOverTheBus) {
+  install("com.example.Bill-View.desktop", "bill", "DBusActivatable=true\n");
+  std::vector<std::string> opened;
+  const auto application = session.connect();
+  const auto object = sdbus::createObject(*application, "/com/example/Bill_View");
+  object->registerMethod("Open")
+      .onInterface("org.freedesktop.Application")
+      .implementedAs(
+          [&](const std::vector<std::string>& urls, const std::map<std::string, sdbus::Variant>&) { opened = urls; });
+  object->finishRegistration();
+  application->requestName("com.example.Bill-View");
+  application->enterEventLoopAsync();
+  EXPECT_EQ(workspace.openUrl("BILL://rent?x=1").error(), "");
+  application->leaveEventLoop();
+  EXPECT_THAT(opened, ElementsAre("BILL://rent?x=1"));
+}
+
+TEST_F(SessionWorkspaceTest, AnApplicationThatNeverRepliesIsAnErrorAfterTheLimit) {
+  install("com.example.Dead.desktop", "bill", "DBusActivatable=true\n");
+  const auto dead = session.connect();
+  dead->requestName("com.example.Dead");
+  EXPECT_EQ(workspace.openUrl("bill:").error(), "com.example.Dead did not answer within 200 ms");
+}
+
+TEST_F(SessionWorkspaceTest, AProgramIsStartedWithTheUrlAndNoShellReadsIt) {
+  const std::string pipe = session.folder.path + "/pipe";
+  const std::string program = session.folder.path + "/view bill";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  put(program, "#!/bin/sh\nprintf '%s|' \"$@\" >'" + pipe + "'\n");
+  std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+  install("view.desktop", "bill", "Exec=\"" + program + "\" --open %u\n");
+  ASSERT_EQ(workspace.openUrl("bill:$(id)'; `id`").error(), "");
+  EXPECT_EQ(contentOf(pipe), "--open|bill:$(id)'; `id`|");
+}
+
+TEST_F(SessionWorkspaceTest, WhatCannotBeOpenedIsSaidInAClearSentence) {
+  install("gone.desktop", "gone", "Exec=/no/such/program %u\n");
+  install("com.example.Absent.desktop", "absent", "DBusActivatable=true\n");
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"nothing", "'nothing' is not a URL"},
+      {"1x:y", "'1x:y' is not a URL"},
+      {"unclaimed:x", "no installed application opens unclaimed URLs"},
+      {"gone:x", "gone.desktop: there is no program '/no/such/program'"},
+      {"absent:x", "com.example.Absent could not be reached"},
+  };
+  for (const auto& [url, sentence] : cases) EXPECT_THAT(workspace.openUrl(url).error(), HasSubstr(sentence));
+}
+
+TEST_F(SessionWorkspaceTest, WithoutABusNothingRunsAndTheReasonIsLogged) {
+  install("com.example.Absent.desktop", "absent", "DBusActivatable=true\n");
+  for (const std::string& address : {std::string(), "unix:path=" + session.folder.path + "/nobody"}) {
+    SessionBus none(address);
+    SessionWorkspace lonely(none, files, SessionEnvironment::of(session.environment()), log);
+    log.diagnostics.clear();
+    EXPECT_THAT(lonely.runningApplications(), IsEmpty());
+    EXPECT_THAT(log.diagnostics, ElementsAre(HasSubstr("session bus")));
+    EXPECT_THAT(lonely.openUrl("absent:").error(), HasSubstr("session bus"));
+  }
+}
+
+}  // namespace
+}  // namespace tallyvane::testing
