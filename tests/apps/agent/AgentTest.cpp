@@ -1,0 +1,175 @@
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <chrono>
+
+#include "support/FakePanel.h"
+#include "support/InstalledPrograms.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+/// About noon in New York, so many days from now.
+Date inDays(int days) {
+  return std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now() - std::chrono::hours{5}) +
+         std::chrono::days{days} + std::chrono::hours{17};
+}
+
+Dictionary bill(const std::string& bid, const std::string& name, int days) {
+  return {{"Name", name},          {"Bid", bid},    {"Icon", "32x32-House"},  {"DueDate", inDays(days)},
+          {"Repeat", Array{1, 2}}, {"PaySite", ""}, {"PaymentList", Array()}, {"Tags", Array()},
+          {"Amount", 100.0},       {"PayType", 0}};
+}
+
+/// The agent in a session with two bills due soon, one due later, and a panel.
+class AgentTest : public ::testing::Test {
+ protected:
+  AgentTest() {
+    session.putPlist(session.dataFolder() + "/A.plist", bill("A", "Rent", 3));
+    session.putPlist(session.dataFolder() + "/B.plist", bill("B", "Water", -2));
+    session.putPlist(session.dataFolder() + "/C.plist", bill("C", "Tax", 60));
+    list({"A", "B", "C"});
+  }
+
+  void list(const std::vector<std::string>& bids) {
+    session.putPlist(session.dataFolder() + "/billindex.plist", Dictionary{{"ActiveBills", arrayOf(bids)}});
+  }
+  void startAgent() {
+    agent = session.start({programs + "tallyvane-agent"});
+    panel = std::make_unique<FakePanel>(session);
+    ASSERT_TRUE(panel->hasItem()) << agent->said();
+    panel->follow();
+    ASSERT_TRUE(panel->until([&] { return panel->labels().size() > 3; }));
+  }
+  /// The names of the bills in the menu.
+  std::vector<std::string> names() {
+    std::vector<std::string> all;
+    for (const std::string& label : panel->labels()) {
+      if (label.find('\n') != std::string::npos) all.push_back(label.substr(0, label.find('\n')));
+    }
+    return all;
+  }
+  /// Waits for signals of the panel until the menu has these bills.
+  bool menuBecomes(const std::vector<std::string>& expected) {
+    return panel->until([&] { return names() == expected; });
+  }
+  void choose(std::size_t position) { EXPECT_EQ(panel->click(panel->items()[position].get<0>()), std::nullopt); }
+
+  TallyvaneSession session;
+  std::unique_ptr<ChildProcess> agent;
+  std::unique_ptr<FakePanel> panel;
+};
+
+TEST_F(AgentTest, ShowsTheBillsDueSoonInTheirOrderWithTheirCount) {
+  startAgent();
+  EXPECT_THAT(panel->labels(),
+              ElementsAre("Show Tallyvane", "-", "Water\nOverdue by 2 days", StartsWith("Rent\nDue in")));
+  EXPECT_EQ(panel->property<std::string>("XAyatanaLabel"), "2");
+  EXPECT_GT(panel->items()[2].get<1>().at("icon-data").get<std::vector<std::uint8_t>>().size(), 100U);
+}
+
+TEST_F(AgentTest, KeepsTheWidgetsNumbersTrue) {
+  startAgent();
+  Dictionary group = session.plist(session.groupSettings());
+  EXPECT_EQ(group.valueOr("NumberOfBillsDueSoon", std::int64_t{-1}), 2);
+  EXPECT_EQ(group.valueOr("NextBill", Dictionary()), bill("B", "Water", -2));
+  list({"C"});
+  ASSERT_TRUE(menuBecomes({}));
+  ASSERT_TRUE(panel->until([&] { return !session.plist(session.groupSettings()).contains("NextBill"); }));
+  group = session.plist(session.groupSettings());
+  EXPECT_EQ(group.valueOr("NumberOfBillsDueSoon", std::int64_t{-1}), 0);
+}
+
+TEST_F(AgentTest, FollowsChangesOfBillsSettingsAndTheFolderItself) {
+  startAgent();
+  session.putPlist(session.dataFolder() + "/A.plist", bill("A", "Flat", -5));
+  EXPECT_TRUE(menuBecomes({"Flat", "Water"}));
+
+  const std::string settings = session.config() + "/Tallyvane/com.Quillmoor.Tallyvane.plist";
+  session.putPlist(settings, Dictionary{{"QMDueSoonDays", 90}});
+  EXPECT_TRUE(menuBecomes({"Flat", "Water", "Tax"}));
+
+  std::filesystem::rename(session.dataFolder(), session.dataFolder() + ".old");
+  EXPECT_TRUE(menuBecomes({}));
+  std::filesystem::remove_all(session.dataFolder());
+  std::filesystem::rename(session.dataFolder() + ".old", session.dataFolder());
+  EXPECT_TRUE(menuBecomes({"Flat", "Water", "Tax"}));
+  session.putPlist(session.dataFolder() + "/B.plist", bill("B", "Well", -2));
+  EXPECT_TRUE(menuBecomes({"Flat", "Well", "Tax"}));
+
+  session.putPlist(settings, Dictionary{{"QMCustomLocationEnabled", true},
+                                        {"QMCusomLocationTempPath", session.folder.path + "/elsewhere/bills"}});
+  EXPECT_TRUE(menuBecomes({}));
+  std::filesystem::create_directories(session.folder.path + "/elsewhere");
+  std::filesystem::rename(session.dataFolder(), session.folder.path + "/elsewhere/bills");
+  EXPECT_TRUE(menuBecomes({"Flat", "Well"}));
+}
+
+TEST_F(AgentTest, GivesItsItemToAPanelThatStartsAgain) {
+  startAgent();
+  panel->restart();
+  ASSERT_TRUE(panel->hasItem());
+  EXPECT_THAT(names(), ElementsAre("Water", "Rent"));
+}
+
+TEST_F(AgentTest, ShowsWhatIsChosenInATerminalOrAtItsWebAddress) {
+  ASSERT_EQ(::mkfifo((session.folder.path + "/window").c_str(), 0600), 0);
+  Dictionary site = bill("B", "Water", -2);
+  site.set("PaySite", "pay.example/me");
+  session.putPlist(session.dataFolder() + "/B.plist", site);
+  std::filesystem::create_directories(session.data() + "/applications");
+  put(session.data() + "/applications/web.desktop",
+      "[Desktop Entry]\nType=Application\nMimeType=x-scheme-handler/http;\nExec=\"" + session.folder.path +
+          "/terminal\" 1 2 3 4 5 %u\n");
+  startAgent();
+  const auto shown = [&] { return contentOf(session.folder.path + "/window"); };
+  choose(0);
+  EXPECT_EQ(shown(), programs + "tallyvane overview\n");
+  choose(2);
+  EXPECT_EQ(shown(), "http://pay.example/me\n");
+  choose(3);
+  EXPECT_EQ(shown(), programs + "tallyvane show A\n");
+}
+
+TEST_F(AgentTest, ASecondStartHandsOverToTheFirstAndEnds) {
+  ASSERT_EQ(::mkfifo((session.folder.path + "/window").c_str(), 0600), 0);
+  startAgent();
+  const auto second = session.start({programs + "tallyvane-agent"});
+  EXPECT_EQ(contentOf(session.folder.path + "/window"), programs + "tallyvane overview\n");
+  EXPECT_EQ(second->ended(), 0);
+  EXPECT_EQ(session.start({programs + "tallyvane-agent", "com-quillmoor-tallyvanelaunch:///"})->ended(), 0);
+  EXPECT_EQ(agent->ended(std::chrono::milliseconds{0}), std::nullopt);
+}
+
+TEST_F(AgentTest, EndsCleanlyWhenAskedAndLeavesNoPictureBehind) {
+  for (const int signal : {SIGTERM, SIGINT}) {
+    startAgent();
+    agent->signal(signal);
+    EXPECT_EQ(agent->ended(), 0) << agent->said();
+    EXPECT_FALSE(session.isRunning());
+    for (const auto& entry : std::filesystem::directory_iterator(session.folder.path + "/run"))
+      EXPECT_EQ(entry.path().filename(), "dbus-1");
+    panel.reset();
+  }
+}
+
+TEST_F(AgentTest, EndsCleanlyWhenTheBusGoes) {
+  startAgent();
+  session.endBus();
+  EXPECT_EQ(agent->ended(), 0) << agent->said();
+}
+
+TEST_F(AgentTest, WithoutABusItSaysSoInOneSentence) {
+  session.endBus();
+  agent = session.start({programs + "tallyvane-agent"});
+  EXPECT_EQ(agent->ended(), 1);
+  EXPECT_THAT(agent->said(), HasSubstr("tallyvane-agent: cannot run, for the session bus at unix:path="));
+}
+
+}  // namespace
+}  // namespace tallyvane::testing
