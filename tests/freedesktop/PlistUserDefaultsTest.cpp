@@ -29,7 +29,7 @@ TEST_F(PlistUserDefaultsTest, WhatAnotherProgramWritesIsSeenAndMerged) {
   PlistUserDefaults other = open(files);
   ASSERT_TRUE(mine.set("a", 1));
   EXPECT_EQ(other.object("a"), Value(1));
-  // Same size, perhaps the same tick of the clock: still seen.
+  // Of the same size and in quick succession.
   for (int i = 2; i < 10; ++i) {
     ASSERT_TRUE(other.set("a", i));
     EXPECT_EQ(mine.object("a"), Value(i));
