@@ -32,13 +32,13 @@ BENCHMARK(readBills)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 void readBytes(benchmark::State& state, const std::string& bytes) {
   for ([[maybe_unused]] auto turn : state) benchmark::DoNotOptimize(readPropertyList(bytes));
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes.size()));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes.size()));
 }
 
 void writeBytes(benchmark::State& state, const std::string& bytes) {
   const Result<Value> value = readPropertyList(bytes);
   for ([[maybe_unused]] auto turn : state) benchmark::DoNotOptimize(writePropertyList(*value));
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes.size()));
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes.size()));
 }
 
 void valueOfIndex(benchmark::State& state) { readBytes(state, bytesOf(Household::of(10000).indexFile())); }
