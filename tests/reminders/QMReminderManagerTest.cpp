@@ -172,7 +172,7 @@ TEST_F(Reminders, AnUnreadableListOfCalendarsIsLoggedAndKeepsOnlyTheEventsAway) 
 }
 
 TEST_F(Reminders, SpeakTheUsersLanguage) {
-  desktop.region.words = [](std::string_view word) { return "[" + std::string(word) + "]"; };
+  desktop.region.words = bracketed;
   QMReminderManager{desktop.platform}.createTallyvaneReminderForBill(reminding("A1", "Rent", daysFromToday(5)));
   EXPECT_EQ(desktop.calendars.eventList.at(0).title, "[Pay ]Rent");
   const UserNotification& notification = desktop.notifications.scheduledList.at(0);

@@ -17,24 +17,13 @@ const std::vector<std::string> allKeys = {"Name",        "Bid",          "Icon",
                                           "PaymentList", "ReminderDays", "Balance",   "Interest", "Notes",
                                           "Tags",        "Amount",       "PayType",   "Rev"};
 
-Dictionary fileOf(FakeDesktop& desktop, const std::string& name) {
-  const Value root = desktop.files.plist(inDataFolder(name));
-  return root.is<Dictionary>() ? *root.get<Dictionary>() : Dictionary();
-}
-
-void putIndex(FakeDesktop& desktop, const Dictionary& index) {
-  desktop.files.putPlist(inDataFolder("billindex.plist"), index);
-}
-
 TEST(QMBill, WritesAllNineteenKeysInOrderAndEntersANewIndex) {
   FakeDesktop desktop;
   billObject(desktop.platform, "A1", "Rent", daysFromToday(1)).writeBill(false);
   EXPECT_EQ(keysOf(fileOf(desktop, "A1.plist")), allKeys);
   EXPECT_EQ(fileOf(desktop, "A1.plist"), bill("A1", "Rent", daysFromToday(1)));
-  const Dictionary index = fileOf(desktop, "billindex.plist");
-  EXPECT_EQ(index, (Dictionary{{"ActiveBills", Array{"A1"}}, {"DeletedBills", Array()}, {"ArchivedBills", Array()}}));
-  EXPECT_EQ(keysOf(index), (std::vector<std::string>{"ActiveBills", "DeletedBills", "ArchivedBills"}));
-  EXPECT_EQ(desktop.files.plist(inDataFolder("tagindex.plist")), Value(Array{"Home"}));
+  EXPECT_EQ(indexOf(desktop), index({"A1"}, {}, {}));
+  EXPECT_THAT(keysOf(indexOf(desktop)), ElementsAre("ActiveBills", "DeletedBills", "ArchivedBills"));
 }
 
 TEST(QMBill, TheFileEndsAtTheFirstMissingProperty) {
@@ -63,28 +52,16 @@ TEST(QMBill, WritingLogsItsFixedLinesInOrder) {
 }
 
 TEST(QMBill, WritingEntersTheActiveListOnceLeavesTheArchiveAndStaysAmongTheDeleted) {
-  struct Case {
-    const char* what;
-    Dictionary before;
-    Dictionary after;
+  const std::pair<Dictionary, Dictionary> cases[] = {
+      {index({"B", "A1"}, {}, {"C"}), index({"B", "A1"}, {}, {"C"})},
+      {index({"B"}, {}, {"A1", "C", "A1"}), index({"B", "A1"}, {}, {"C"})},
+      {with(index({}, {"A1"}, {}), "Own key", 7), with(index({"A1"}, {"A1"}, {}), "Own key", 7)},
   };
-  const Case cases[] = {
-      {"active already",
-       {{"ActiveBills", Array{"B", "A1"}}, {"DeletedBills", Array()}, {"ArchivedBills", Array{"C"}}},
-       {{"ActiveBills", Array{"B", "A1"}}, {"DeletedBills", Array()}, {"ArchivedBills", Array{"C"}}}},
-      {"archived twice",
-       {{"ActiveBills", Array{"B"}}, {"DeletedBills", Array()}, {"ArchivedBills", Array{"A1", "C", "A1"}}},
-       {{"ActiveBills", Array{"B", "A1"}}, {"DeletedBills", Array()}, {"ArchivedBills", Array{"C"}}}},
-      {"deleted, and an unknown key",
-       {{"ActiveBills", Array()}, {"DeletedBills", Array{"A1"}}, {"ArchivedBills", Array()}, {"Own", 7}},
-       {{"ActiveBills", Array{"A1"}}, {"DeletedBills", Array{"A1"}}, {"ArchivedBills", Array()}, {"Own", 7}}},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
+  for (const auto& [before, after] : cases) {
     FakeDesktop desktop;
-    putIndex(desktop, c.before);
+    putIndex(desktop, before);
     billObject(desktop.platform, "A1", "Rent", daysFromToday(1)).writeBill(false);
-    EXPECT_EQ(fileOf(desktop, "billindex.plist"), c.after);
+    EXPECT_EQ(indexOf(desktop), after);
   }
 }
 
@@ -99,16 +76,6 @@ TEST(QMBill, RewritingStripsTheFiveDisplayKeysOnlyAndTouchesOneFile) {
             with(with(bill("A1", "Rent", daysFromToday(1)), "Amount", 250.5), "DateWasModified", false));
   EXPECT_THAT(desktop.files.saved, ElementsAre(inDataFolder("A1.plist")));
   EXPECT_TRUE(desktop.cloud.content.empty());
-}
-
-TEST(QMBill, OnlyTheRewriteForTheCloudMirrors) {
-  FakeDesktop desktop;
-  desktop.defaults.content.set("iCloudSyncEnabled", true);
-  const Dictionary rent = bill("A1", "Rent", daysFromToday(1));
-  QMBill{desktop.platform}.rewriteSpecificBillWithoutUpdatingiCloud(rent);
-  EXPECT_TRUE(desktop.cloud.content.empty());
-  QMBill{desktop.platform}.rewriteSpecificBill(with(rent, "HumanRepeat", "Every month"));
-  EXPECT_EQ(desktop.cloud.object("A1"), Value(rent));
 }
 
 TEST(QMBill, SavingKeysWritesTheDisplayKeysBack) {
@@ -141,32 +108,29 @@ TEST(QMBill, SavingADueDateRemindsOnlyWhenTheObjectWantsReminders) {
 }
 
 TEST(QMBill, MovesBetweenTheListsOfTheIndex) {
-  const auto bills = [](Array active, Array deleted, Array archived) {
-    return Dictionary{{"ActiveBills", active}, {"DeletedBills", deleted}, {"ArchivedBills", archived}};
-  };
+  const auto del = &QMBill::deleteBillWithBid;
+  const auto archive = &QMBill::archiveBillWithBid;
+  const auto restore = &QMBill::restoreBillWithBid;
   struct Case {
-    const char* what;
     void (QMBill::*operation)(const std::string&);
-    Dictionary before;
-    Dictionary after;
+    Dictionary before, after;
   };
   const Case cases[] = {
-      {"delete active", &QMBill::deleteBillWithBid, bills({"A", "B", "A"}, {"C"}, {}), bills({"B"}, {"C", "A"}, {})},
-      {"delete archived", &QMBill::deleteBillWithBid, bills({"B"}, {}, {"A"}), bills({"B"}, {"A"}, {})},
-      {"archive", &QMBill::archiveBillWithBid, bills({"A", "B"}, {"C"}, {}), bills({"B"}, {"C"}, {"A"})},
-      {"archive again", &QMBill::archiveBillWithBid, bills({"B"}, {}, {"A"}), bills({"B"}, {}, {"A", "A"})},
-      {"restore", &QMBill::restoreBillWithBid, bills({"B"}, {"C"}, {"A"}), bills({"B", "A"}, {"C"}, {})},
-      {"restore deleted", &QMBill::restoreBillWithBid, bills({}, {"A"}, {"D"}), bills({"A"}, {"A"}, {"D"})},
-      {"no list to take from", &QMBill::archiveBillWithBid, {{"DeletedBills", Array{"C"}}}, {}},
-      {"no list to leave be", &QMBill::archiveBillWithBid, {{"ActiveBills", Array{"A"}}}, bills({}, {}, {"A"})},
+      {del, index({"A", "B", "A"}, {"C"}, {}), index({"B"}, {"C", "A"}, {})},
+      {del, index({"B"}, {}, {"A"}), index({"B"}, {"A"}, {})},
+      {archive, index({"A", "B"}, {"C"}, {}), index({"B"}, {"C"}, {"A"})},
+      {archive, index({"B"}, {}, {"A"}), index({"B"}, {}, {"A", "A"})},
+      {restore, index({"B"}, {"C"}, {"A"}), index({"B", "A"}, {"C"}, {})},
+      {restore, index({}, {"A"}, {"D"}), index({"A"}, {"A"}, {"D"})},
+      {archive, {{"DeletedBills", Array{"C"}}}, {}},  // no list to take it from
+      {archive, {{"ActiveBills", Array{"A"}}}, index({}, {}, {"A"})},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
     FakeDesktop desktop;
     putIndex(desktop, c.before);
     QMBill object{desktop.platform};
     (object.*c.operation)("A");
-    EXPECT_EQ(fileOf(desktop, "billindex.plist"), c.after);
+    EXPECT_EQ(indexOf(desktop), c.after) << "from " << ::testing::PrintToString(c.before);
   }
 }
 
@@ -174,13 +138,13 @@ TEST(QMBill, AMoveWritesItsListsInTheOrderFromToOtherAndSparesAnIndexOfTheWrongK
   FakeDesktop desktop;
   putActiveBills(desktop, {bill("A", "Rent", daysFromToday(1))});
   QMBill{desktop.platform}.archiveBillWithBid("A");
-  EXPECT_THAT(keysOf(fileOf(desktop, "billindex.plist")), ElementsAre("ActiveBills", "ArchivedBills", "DeletedBills"));
+  EXPECT_THAT(keysOf(indexOf(desktop)), ElementsAre("ActiveBills", "ArchivedBills", "DeletedBills"));
   QMBill{desktop.platform}.deleteBillWithBid("A");
-  EXPECT_THAT(keysOf(fileOf(desktop, "billindex.plist")), ElementsAre("ArchivedBills", "DeletedBills", "ActiveBills"));
-  const Dictionary odd = {{"ActiveBills", "A"}, {"DeletedBills", Array{"C"}}, {"ArchivedBills", Array{"D"}}};
+  EXPECT_THAT(keysOf(indexOf(desktop)), ElementsAre("ArchivedBills", "DeletedBills", "ActiveBills"));
+  const Dictionary odd = with(index({}, {"C"}, {"D"}), "ActiveBills", "A");
   putIndex(desktop, odd);
   QMBill{desktop.platform}.archiveBillWithBid("A");
-  EXPECT_EQ(fileOf(desktop, "billindex.plist"), odd);
+  EXPECT_EQ(indexOf(desktop), odd);
   EXPECT_THAT(desktop.log.diagnostics, ElementsAre(::testing::HasSubstr("billindex.plist")));
 }
 
@@ -197,6 +161,10 @@ TEST(QMBill, MirrorsWhatItWroteAndMovedAndNothingWhileTheUserDoesNotSync) {
     EXPECT_EQ(mirrored("tagindex"), expected(Array{"Home"}));
     rent.saveSpecificKeyWithValueForBill("Amount", 9.5, "A1");
     EXPECT_EQ(mirrored("A1"), expected(fileOf(desktop, "A1.plist")));
+    rent.rewriteSpecificBillWithoutUpdatingiCloud(bill("A1", "Flat", daysFromToday(1)));
+    EXPECT_NE(mirrored("A1"), Value(bill("A1", "Flat", daysFromToday(1))));
+    rent.rewriteSpecificBill(bill("A1", "Flat", daysFromToday(1)));
+    EXPECT_EQ(mirrored("A1"), expected(bill("A1", "Flat", daysFromToday(1))));
     rent.archiveBillWithBid("A1");
     EXPECT_EQ(mirrored("archivedbills"), expected(Array{"A1"}));
     rent.restoreBillWithBid("A1");
@@ -249,7 +217,7 @@ TEST(QMBill, WritingAndRewritingReplaceTheReminders) {
 TEST(QMBill, DeletingAnUnknownBillWritesNothingButMirrorsTheDeletedList) {
   FakeDesktop desktop;
   desktop.defaults.content.set("iCloudSyncEnabled", true);
-  putIndex(desktop, {{"ActiveBills", Array{"B"}}, {"DeletedBills", Array{"C"}}, {"ArchivedBills", Array()}});
+  putIndex(desktop, index({"B"}, {"C"}, {}));
   QMBill{desktop.platform}.deleteBillWithBid("A");
   EXPECT_TRUE(desktop.files.saved.empty());
   EXPECT_EQ(desktop.cloud.object("deletedbills"), Value(Array{"C"}));
@@ -286,37 +254,24 @@ TEST(QMBill, EmptyingTheIndexWritesThreeEmptyListsAndKeepsTheFiles) {
   FakeDesktop desktop;
   putActiveBills(desktop, {bill("A1", "Rent", daysFromToday(1))});
   QMBill{desktop.platform}.deleteAllBills();
-  EXPECT_EQ(fileOf(desktop, "billindex.plist"),
-            (Dictionary{{"ActiveBills", Array()}, {"ArchivedBills", Array()}, {"DeletedBills", Array()}}));
+  EXPECT_EQ(indexOf(desktop), index({}, {}, {}));
   EXPECT_TRUE(desktop.files.exists(inDataFolder("A1.plist")));
 }
 
 TEST(QMBill, OverwritingTheIndexMirrorsTheOneListThatIsNamed) {
-  struct Case {
-    std::string cloudKey;
-    Value mirrored;
-    std::vector<std::string> lines;
-  };
-  const Case cases[] = {
-      {"activebills", Array{"A"}, {"Updated Active Bills to iCloud", "iCloud: Uploading active bills back to icloud"}},
-      {"deletedbills",
-       Array{"D"},
-       {"Updated Deleted Bills to iCloud", "iCloud: Uploading deleted bills back to icloud"}},
-      {"archivedbills",
-       Array{"R"},
-       {"Updated Archived Bills to iCloud", "iCloud: Uploading archived bills back to icloud"}},
-      {"tagindex", "", {}},
-  };
-  const Dictionary index = {{"ActiveBills", Array{"A"}}, {"DeletedBills", Array{"D"}}, {"ArchivedBills", Array{"R"}}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.cloudKey);
+  const Dictionary lists = index({"activebills"}, {"deletedbills"}, {"archivedbills"});
+  const std::pair<std::string, std::string> cases[] = {
+      {"activebills", "active"}, {"deletedbills", "deleted"}, {"archivedbills", "archived"}, {"tagindex", ""}};
+  for (const auto& [cloudKey, word] : cases) {
     FakeDesktop desktop;
     desktop.defaults.content.set("iCloudSyncEnabled", true);
     (void)QMBillsLoader{desktop.platform}.tallyvaneDirectory();
-    QMBill{desktop.platform}.overWriteIndexFileWithDictionaryUpdatingKey(index, c.cloudKey);
-    EXPECT_EQ(fileOf(desktop, "billindex.plist"), index);
-    EXPECT_EQ(desktop.cloud.object(c.cloudKey).value_or(""), c.mirrored);
-    EXPECT_EQ(desktop.log.lines, c.lines);
+    QMBill{desktop.platform}.overWriteIndexFileWithDictionaryUpdatingKey(lists, cloudKey);
+    EXPECT_EQ(indexOf(desktop), lists);
+    EXPECT_EQ(desktop.cloud.content.size(), word.empty() ? 0U : 1U);
+    if (word.empty()) continue;
+    EXPECT_EQ(desktop.cloud.object(cloudKey), Value(Array{cloudKey}));
+    EXPECT_EQ(desktop.log.lines.back(), "iCloud: Uploading " + word + " bills back to icloud");
   }
 }
 

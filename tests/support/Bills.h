@@ -77,6 +77,22 @@ inline QMBill billObject(const Platform& platform, const std::string& bid, const
   return object;
 }
 
+/// The bill index, and a dictionary file of the data folder (empty when it is none).
+inline Dictionary index(const Array& active, const Array& deleted, const Array& archived) {
+  return {{"ActiveBills", active}, {"DeletedBills", deleted}, {"ArchivedBills", archived}};
+}
+
+inline void putIndex(FakeDesktop& desktop, const Dictionary& content) {
+  desktop.files.putPlist(inDataFolder("billindex.plist"), content);
+}
+
+inline Dictionary fileOf(FakeDesktop& desktop, const std::string& name) {
+  const Value root = desktop.files.plist(inDataFolder(name));
+  return root.is<Dictionary>() ? *root.get<Dictionary>() : Dictionary();
+}
+
+inline Dictionary indexOf(FakeDesktop& desktop) { return fileOf(desktop, "billindex.plist"); }
+
 /// Puts bill files and an index that lists them as active into the data folder.
 inline void putActiveBills(FakeDesktop& desktop, const std::vector<Dictionary>& bills) {
   Array active;
@@ -85,9 +101,11 @@ inline void putActiveBills(FakeDesktop& desktop, const std::vector<Dictionary>& 
     desktop.files.putPlist(inDataFolder(bid + ".plist"), each);
     active.emplace_back(bid);
   }
-  desktop.files.putPlist(inDataFolder("billindex.plist"),
-                         Dictionary{{"ActiveBills", active}, {"DeletedBills", Array()}, {"ArchivedBills", Array()}});
+  desktop.files.putPlist(inDataFolder("billindex.plist"), index(active, Array(), Array()));
 }
+
+/// A word table in which every word that is looked up shows.
+inline std::string bracketed(std::string_view word) { return "[" + std::string(word) + "]"; }
 
 /// The names of a dictionary's keys, in their order.
 inline std::vector<std::string> keysOf(const Dictionary& dictionary) {
