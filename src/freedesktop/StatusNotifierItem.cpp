@@ -191,12 +191,10 @@ void StatusNotifierItem::activate() {
   chosen_(entry);
 }
 
+/// Of several announcements that wait, the first tells everything.
 void StatusNotifierItem::changed() {
-  if (std::exchange(announcementWaits_, true)) return;
   services_.mainQueue.post([this, life = std::weak_ptr<bool>(life_)] {
-    if (life.expired()) return;
-    announcementWaits_ = false;
-    announce();
+    if (!life.expired()) announce();
   });
 }
 

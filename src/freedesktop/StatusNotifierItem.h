@@ -80,7 +80,6 @@ class StatusNotifierItem : public StatusItem {
   std::string image_;
   Shown shown_;
   Shown announced_;
-  bool announcementWaits_ = false;
   std::shared_ptr<bool> life_ = std::make_shared<bool>(true);  ///< what the queue looks at before it calls back
 
   std::unique_ptr<sdbus::IObject> object_;

@@ -39,12 +39,12 @@ class PrivateSession {
   [[nodiscard]] std::string data() const { return folder.path + "/data"; }
   [[nodiscard]] std::string config() const { return folder.path + "/config"; }
 
-  /// The whole environment of a program in this session: English, in New York.
+  /// The whole environment of a program in this session.
   [[nodiscard]] std::vector<std::string> variables() const {
     return {"PATH=/usr/bin:/bin",
             "HOME=" + folder.path,
             "LANG=en_US.UTF-8",
-            "TZ=America/New_York",
+            "TZ=" + timeZone,
             "XDG_RUNTIME_DIR=" + folder.path + "/run",
             "XDG_DATA_HOME=" + data(),
             "XDG_CONFIG_HOME=" + config(),
@@ -78,6 +78,7 @@ class PrivateSession {
   TemporaryFolder folder;
   std::string address;
   std::string dataDirs = folder.path + "/system";
+  std::string timeZone = "America/New_York";
 
  private:
   /// The bus says on a pipe that it listens.

@@ -1,10 +1,10 @@
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include <chrono>
 
 #include "support/FakePanel.h"
 #include "support/InstalledPrograms.h"
+#include "support/NamedPipe.h"
 
 namespace tallyvane::testing {
 namespace {
@@ -40,8 +40,8 @@ class AgentTest : public ::testing::Test {
     session.putPlist(session.dataFolder() + "/billindex.plist", Dictionary{{"ActiveBills", arrayOf(bids)}});
   }
   void startAgent() {
-    agent = session.start({programs + "tallyvane-agent"});
     panel = std::make_unique<FakePanel>(session);
+    agent = session.start({programs + "tallyvane-agent"});
     ASSERT_TRUE(panel->hasItem()) << agent->said();
     panel->follow();
     ASSERT_TRUE(panel->until([&] { return panel->labels().size() > 3; }));
@@ -110,6 +110,30 @@ TEST_F(AgentTest, FollowsChangesOfBillsSettingsAndTheFolderItself) {
   EXPECT_TRUE(menuBecomes({"Flat", "Well"}));
 }
 
+TEST_F(AgentTest, CountsDaysInTheNewTimeZoneAfterAChange) {
+  using namespace std::chrono;
+  const std::string zone = session.folder.path + "/zone";
+  const auto moveTo = [&](const std::string& name) {
+    std::filesystem::remove(zone);
+    std::filesystem::create_symlink("/usr/share/zoneinfo/" + name, zone);
+  };
+  // Nineteen hours apart: of today and the due day just one moves on to the next day, so the count must change.
+  moveTo("Etc/GMT+5");
+  session.timeZone = ":" + zone;
+  const auto now = system_clock::now() - hours{5};
+  const bool todayMovesOn = now - floor<days>(now) >= hours{5};
+  Dictionary rent = bill("A", "Rent", 3);
+  rent.set("DueDate", inDays(3) - hours{todayMovesOn ? 10 : 0});
+  session.putPlist(session.dataFolder() + "/A.plist", rent);
+  startAgent();
+  EXPECT_EQ(panel->labels()[3], "Rent\nDue in 3 days");
+  moveTo("Etc/GMT-14");
+  list({"A", "B"});
+  EXPECT_TRUE(panel->until(
+      [&] { return panel->labels()[3] == (todayMovesOn ? "Rent\nDue in 2 days" : "Rent\nDue in 4 days"); }));
+  EXPECT_EQ(panel->registered.size(), 1U);
+}
+
 TEST_F(AgentTest, GivesItsItemToAPanelThatStartsAgain) {
   startAgent();
   panel->restart();
@@ -118,7 +142,7 @@ TEST_F(AgentTest, GivesItsItemToAPanelThatStartsAgain) {
 }
 
 TEST_F(AgentTest, ShowsWhatIsChosenInATerminalOrAtItsWebAddress) {
-  ASSERT_EQ(::mkfifo((session.folder.path + "/window").c_str(), 0600), 0);
+  const NamedPipe window(session.folder.path + "/window");
   Dictionary site = bill("B", "Water", -2);
   site.set("PaySite", "pay.example/me");
   session.putPlist(session.dataFolder() + "/B.plist", site);
@@ -127,20 +151,19 @@ TEST_F(AgentTest, ShowsWhatIsChosenInATerminalOrAtItsWebAddress) {
       "[Desktop Entry]\nType=Application\nMimeType=x-scheme-handler/http;\nExec=\"" + session.folder.path +
           "/terminal\" 1 2 3 4 5 %u\n");
   startAgent();
-  const auto shown = [&] { return contentOf(session.folder.path + "/window"); };
   choose(0);
-  EXPECT_EQ(shown(), programs + "tallyvane overview\n");
+  EXPECT_EQ(window.nextText(), programs + "tallyvane overview\n");
   choose(2);
-  EXPECT_EQ(shown(), "http://pay.example/me\n");
+  EXPECT_EQ(window.nextText(), "http://pay.example/me\n");
   choose(3);
-  EXPECT_EQ(shown(), programs + "tallyvane show A\n");
+  EXPECT_EQ(window.nextText(), programs + "tallyvane show A\n");
 }
 
 TEST_F(AgentTest, ASecondStartHandsOverToTheFirstAndEnds) {
-  ASSERT_EQ(::mkfifo((session.folder.path + "/window").c_str(), 0600), 0);
+  const NamedPipe window(session.folder.path + "/window");
   startAgent();
   const auto second = session.start({programs + "tallyvane-agent"});
-  EXPECT_EQ(contentOf(session.folder.path + "/window"), programs + "tallyvane overview\n");
+  EXPECT_EQ(window.nextText(), programs + "tallyvane overview\n");
   EXPECT_EQ(second->ended(), 0);
   EXPECT_EQ(session.start({programs + "tallyvane-agent", "com-quillmoor-tallyvanelaunch:///"})->ended(), 0);
   EXPECT_EQ(agent->ended(std::chrono::milliseconds{0}), std::nullopt);
