@@ -106,11 +106,19 @@ std::vector<std::string> chain(int length, int width, const std::string& leaf) {
   return objects;
 }
 
+/// A root that lists arrays each of which holds the one before it: no way down is long when it is first gone.
+std::vector<std::string> tower(int height) {
+  std::vector<std::string> objects = {bytes({0xAF, 0x10, height}), bytes({0xA0})};
+  for (int i = 1; i <= height; ++i) objects.front() += static_cast<char>(i);
+  for (int i = 1; i < height; ++i) objects.push_back(bytes({0xA1, i}));
+  return objects;
+}
+
 INSTANTIATE_TEST_SUITE_P(
     PropertyList, RefusedBinaryList,
     ::testing::Values(Refused{chain(65, 1, bytes({0x09})), "nested too deeply"},
                       Refused{chain(200, 1, bytes({0x09})), "nested too deeply"},
-                      Refused{chain(30, 2, bytes({0x09})), "too large"},
+                      Refused{tower(120), "nested too deeply"}, Refused{chain(30, 2, bytes({0x09})), "too large"},
                       Refused{chain(6, 10, bytes({0x5F, 0x11, 0x04, 0x00}) + std::string(1024, 'x')), "too large"},
                       Refused{{bytes({0xA1, 0})}, "contains itself"},
                       Refused{{bytes({0xA1, 1}), bytes({0xA1, 2}), bytes({0xA1, 1})}, "contains itself"},
