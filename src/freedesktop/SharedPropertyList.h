@@ -24,8 +24,11 @@ class SharedPropertyList {
 
   /// What the file holds now. Valid until the next call.
   [[nodiscard]] const Dictionary& content();
-  /// Reads again at the next use, even if nothing shows that the file has changed.
-  void forget() { known_ = false; }
+  /// Reads again at the next use, even if nothing shows that the file has changed; keeps nothing in memory until then.
+  void forget() {
+    known_ = false;
+    content_ = Dictionary();
+  }
 
   /// Each writes nothing when it changes nothing.
   Result<> set(std::string_view key, const Value& value);

@@ -1,9 +1,13 @@
 #include "agent/Agent.h"
 
+#include <malloc.h>
+
 #include <chrono>
+#include <exception>
 #include <utility>
 
 #include "agent/DueSoonFeed.h"
+#include "common/ProgramLock.h"
 #include "foundation/Calendar.h"
 #include "freedesktop/PosixPaths.h"
 #include "storage/DataFolder.h"
@@ -81,11 +85,25 @@ void Agent::endOfTurn() {
 /// The one way in which anything is brought up to date, whatever has changed. Files are watched before they are read,
 /// so that no change falls in between.
 void Agent::refresh() {
-  followRegion();
-  (void)platform().defaults.synchronize();
-  watchFiles();
-  waitForMidnight();
+  try {
+    followRegion();
+    (void)platform().defaults.synchronize();
+    watchFiles();
+    waitForMidnight();
+    feed();
+  } catch (const std::exception& error) {
+    log_.diagnostic(std::string("The status menu could not be brought up to date: ") + error.what());
+  }
+}
+
+/// Under the programs' lock, so that no other program's listing comes between the snapshot and what is told of it.
+/// Nobody is kept waiting here: while another program writes, the agent comes back later.
+void Agent::feed() {
+  const auto lock = programs::ProgramLock::tryTake(hosted_.desktop->files(), hosted_.desktop->paths().lock);
+  if (!lock) log_.diagnostic("Read without the programs' lock: " + lock.error());
+  if (lock && !*lock) return settling_.start(settlingTime);
   feedDueSoon(platform(), *hosted_.menulet);
+  ::malloc_trim(0);  // what many bills took is not needed until the next change
 }
 
 /// The status item stays through a change of region; only what is computed is made anew.
@@ -110,15 +128,18 @@ void Agent::watchFiles() {
   const auto isNamed = [](std::string wanted) {
     return [wanted = std::move(wanted)](std::string_view name) { return name == wanted; };
   };
-  std::vector<WatchedFolder> folders{{parentOf(settings), isNamed(nameOf(settings))}, {"/etc", isNamed("localtime")}};
+  std::vector<WatchedFolder> folders{
+      {parentOf(settings), isNamed(nameOf(settings))},
+      {"/etc", [](std::string_view name) { return name == "localtime" || name == "timezone"; }}};
   if (const auto data = QMBillsLoader{platform()}.tallyvaneDirectory()) folders.push_back({*data, isFileOfBills});
   fileWatch_.watch(folders);
 }
 
 void Agent::waitForMidnight() {
   const Calendar& calendar = Calendar::of(platform().region);
-  const CivilDay today = calendar.civilDay(platform().clock.now());
-  midnight_.set(calendar.startOfDay(addDays(today, 1)));
+  const auto nextMidnight = [&] { return calendar.startOfDay(addDays(calendar.civilDay(platform().clock.now()), 1)); };
+  while (!midnight_.set(nextMidnight())) {
+  }
 }
 
 }  // namespace tallyvane::agent

@@ -51,6 +51,7 @@ class Agent : public Application {
 
   void endOfTurn();
   void refresh();
+  void feed();
   void followRegion();
   void watchFiles();
   void waitForMidnight();

@@ -11,11 +11,14 @@ namespace tallyvane::agent {
 
 namespace {
 
-Dictionary withoutComputedKeys(Dictionary row) {
+/// The bill as its own file holds it: the row may carry a due date that was moved off a weekend. Should the file have
+/// gone in the meantime, the row has to do.
+Dictionary billOfRow(const Platform& platform, const Dictionary& row) {
   constexpr std::array computed = {key::DateWasModified, key::HumanRepeat, key::HumanDueDate,
                                    key::SortableDueDate, key::DueIcon,     key::DueString};
-  for (const std::string_view name : computed) row.erase(name);
-  return row;
+  Dictionary bill = QMBillsLoader{platform}.loadBillWithID(row.valueOr(key::Bid, std::string())).value_or(row);
+  for (const std::string_view name : computed) bill.erase(name);
+  return bill;
 }
 
 void storeNextBill(const Platform& platform) {
@@ -24,9 +27,10 @@ void storeNextBill(const Platform& platform) {
   UserDefaults& group = *platform.groupDefaults;
   Result<> stored = group.set(key::NumberOfBillsDueSoon, loader.getBillsDueSoonForExtensionWithBills(due));
   if (stored) {
-    stored = due.empty() ? group.remove(key::NextBill) : group.set(key::NextBill, withoutComputedKeys(due.front()));
+    stored = due.empty() ? group.remove(key::NextBill) : group.set(key::NextBill, billOfRow(platform, due.front()));
   }
   if (!stored) platform.log.diagnostic("The widget was not told what is due: " + stored.error());
+  (void)group.synchronize();  // lets go of the snapshot, which may be large
 }
 
 }  // namespace

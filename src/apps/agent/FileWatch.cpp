@@ -14,10 +14,11 @@ namespace tallyvane::agent {
 
 namespace {
 
+constexpr std::uint32_t ownEvents = IN_DELETE_SELF | IN_MOVE_SELF;
 constexpr std::uint32_t nameEvents = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
-constexpr std::uint32_t contentEvents = nameEvents | IN_CLOSE_WRITE | IN_DELETE_SELF | IN_MOVE_SELF;
+constexpr std::uint32_t contentEvents = ownEvents | nameEvents | IN_CLOSE_WRITE;
 /// What concerns the folder itself, or that the system lost count.
-constexpr std::uint32_t eventsWithoutName = IN_DELETE_SELF | IN_MOVE_SELF | IN_Q_OVERFLOW | IN_UNMOUNT;
+constexpr std::uint32_t eventsWithoutName = ownEvents | IN_IGNORED | IN_Q_OVERFLOW | IN_UNMOUNT;
 
 }  // namespace
 
@@ -30,16 +31,17 @@ void FileWatch::watch(const std::vector<WatchedFolder>& folders) {
     ::inotify_rm_watch(file_.number(), at->first);
   watches_.clear();
   for (const WatchedFolder& folder : folders) {
-    (void)add(folder.path, contentEvents, folder.matters);
-    watchAppearance(folder.path);
+    watchWayTo(folder.path, add(folder.path, contentEvents, folder.matters));
   }
 }
 
-/// Watches the nearest folder above that is there for the next name on the way to the path.
-void FileWatch::watchAppearance(const std::string& path) {
+/// Watches the folders above: each may be moved away with all below it, and where the way ends so far, its next name
+/// may appear.
+void FileWatch::watchWayTo(const std::string& path, bool isThere) {
   for (std::string below = path; below != "/"; below = parentOf(below)) {
     const auto isNext = [next = nameOf(below)](std::string_view name) { return name == next; };
-    if (add(parentOf(below), nameEvents, isNext)) return;
+    const bool added = add(parentOf(below), isThere ? ownEvents : ownEvents | nameEvents, isNext);
+    isThere = isThere || added;
   }
 }
 

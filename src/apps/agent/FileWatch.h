@@ -34,7 +34,7 @@ class FileWatch {
  private:
   using Matters = std::function<bool(std::string_view name)>;
   [[nodiscard]] bool add(const std::string& path, std::uint32_t events, const Matters& matters);
-  void watchAppearance(const std::string& path);
+  void watchWayTo(const std::string& path, bool isThere);
   [[nodiscard]] bool matters(int watch, std::uint32_t events, std::string_view name) const;
 
   FileDescriptor file_;

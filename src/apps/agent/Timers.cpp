@@ -53,9 +53,11 @@ void DelayTimer::acknowledge() {
 
 WallClockTimer::WallClockTimer() : file_(timerOn(CLOCK_REALTIME)) {}
 
-void WallClockTimer::set(Date moment) {
+bool WallClockTimer::set(Date moment) {
   const itimerspec spec = onceAt(moment.time_since_epoch());
-  ::timerfd_settime(file_.number(), TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &spec, nullptr);
+  constexpr int flags = TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET;
+  // This failure is the only notice that the system gives of a clock set just before.
+  return ::timerfd_settime(file_.number(), flags, &spec, nullptr) == 0 || errno != ECANCELED;
 }
 
 void WallClockTimer::acknowledge() { drain(file_); }

@@ -31,7 +31,8 @@ class WallClockTimer {
   /// Throws std::system_error when the system has no timer to give.
   WallClockTimer();
   [[nodiscard]] int descriptor() const { return file_.number(); }
-  void set(Date moment);
+  /// False when the clock has been set since the moment was asked for; it is to be worked out again then.
+  [[nodiscard]] bool set(Date moment);
   /// Takes note that it was readable.
   void acknowledge();
 

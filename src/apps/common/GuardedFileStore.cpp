@@ -30,13 +30,27 @@ void GuardedFileStore::begin() {
 
 Result<> GuardedFileStore::finish() {
   operating_ = false;
+  const std::string error = std::exchange(firstError_, {});
+  if (!error.empty()) return Error{error + putBack()};
+  undo_.clear();
+  return {};
+}
+
+Result<> GuardedFileStore::abandon() {
+  operating_ = false;
+  firstError_.clear();
+  const std::string error = putBack();
+  return error.empty() ? Result<>() : Error{"the files could not all be put back" + error};
+}
+
+/// The last change first; what failed, each clause with its separator.
+std::string GuardedFileStore::putBack() {
+  std::string failures;
   const std::vector<Undo> undo = std::exchange(undo_, {});
-  std::string error = std::exchange(firstError_, {});
-  if (error.empty()) return {};
   for (auto step = undo.rbegin(); step != undo.rend(); ++step) {
-    if (Result<> done = (*step)(); !done) error += "; could not be put back: " + done.error();
+    if (Result<> done = (*step)(); !done) failures += "; could not be put back: " + done.error();
   }
-  return Error{error};
+  return failures;
 }
 
 Result<> GuardedFileStore::save(const std::string& path, std::string_view bytes, Durability durability) {

@@ -26,6 +26,8 @@ class GuardedFileStore : public FileStore {
   /// The first save that failed, if any did; then the files are as they were at `begin`, or the error also says which
   /// could not be put back.
   Result<> finish();
+  /// Puts everything back as at `begin`, whether or not a save failed; what could not be put back is the error.
+  Result<> abandon();
 
   [[nodiscard]] Result<std::string> read(const std::string& path) override { return inner_.read(path); }
   Result<> save(const std::string& path, std::string_view bytes, Durability durability = Durability::synced) override;
@@ -43,6 +45,7 @@ class GuardedFileStore : public FileStore {
  private:
   using Undo = std::function<Result<>()>;
 
+  [[nodiscard]] std::string putBack();
   [[nodiscard]] Result<> saveGuarded(const std::string& path, std::string_view bytes, Durability durability);
   [[nodiscard]] bool hasFailed() const { return !firstError_.empty(); }
   [[nodiscard]] Undo savingAgain(const std::string& path, std::string bytes);

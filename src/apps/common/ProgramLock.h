@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "foundation/Result.h"
@@ -26,6 +27,9 @@ class ProgramLock {
   [[nodiscard]] static Result<ProgramLock> take(FileStore& files, const std::string& path,
                                                 const std::function<void()>& tellWaiting,
                                                 const Pause& pause = sleepFor);
+
+  /// The same without waiting: no value while another program holds it.
+  [[nodiscard]] static Result<std::optional<ProgramLock>> tryTake(FileStore& files, const std::string& path);
 
  private:
   explicit ProgramLock(FileDescriptor file) : file_(std::move(file)) {}

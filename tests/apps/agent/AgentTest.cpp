@@ -14,7 +14,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-/// About noon in New York, so many days from now.
+/// Noon in the zone of the session, so many days from now.
 Date inDays(int days) {
   return std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now() - std::chrono::hours{5}) +
          std::chrono::days{days} + std::chrono::hours{17};

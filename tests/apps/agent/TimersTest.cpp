@@ -21,9 +21,9 @@ Date fromNow(std::chrono::hours time) {
 
 TEST(WallClockTimer, IsReadableFromItsMomentOnUntilThatIsNoted) {
   agent::WallClockTimer timer;
-  timer.set(fromNow(1h));
+  ASSERT_TRUE(timer.set(fromNow(1h)));
   EXPECT_FALSE(isReadable(timer.descriptor(), 0ms));
-  timer.set(fromNow(-1h));
+  ASSERT_TRUE(timer.set(fromNow(-1h)));
   EXPECT_TRUE(isReadable(timer.descriptor(), patience));
   timer.acknowledge();
   EXPECT_FALSE(isReadable(timer.descriptor(), 0ms));
