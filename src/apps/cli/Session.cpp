@@ -12,8 +12,11 @@ void Session::write(const std::function<void()>& operation, const std::function<
   access_.files.begin();
   try {
     operation();
-  } catch (...) {
+  } catch (const Failure&) {
     (void)access_.files.finish();  // nothing was changed yet
+    throw;
+  } catch (const std::exception&) {
+    if (const Result<> abandoned = access_.files.abandon(); !abandoned) console.error(abandoned.error() + ".");
     throw;
   }
   const Result<> written = access_.files.finish();

@@ -42,7 +42,12 @@ ExitStatus run(int count, char** arguments) {
   Console console = standardConsole();
   auto parsed = parseCommandLine({arguments + std::min(count, 1), arguments + count}, console);
   if (const ExitStatus* ended = std::get_if<ExitStatus>(&parsed)) return *ended;
-  return runOnDesktop(std::get<Invocation>(parsed), console);
+  try {
+    return runOnDesktop(std::get<Invocation>(parsed), console);
+  } catch (const std::exception& error) {
+    console.error(std::string("Tallyvane cannot start here: ") + error.what());
+    return ExitStatus::couldNot;
+  }
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "cli/SettingsCatalogue.h"
 #include "cli/commands/Commands.h"
 #include "storage/Keys.h"
+#include "storage/Settings.h"
 
 namespace tallyvane::cli {
 
@@ -68,7 +69,14 @@ void requireCustomFolder(const Platform& platform) {
   couldNot("Name the folder first: tallyvane settings set QMCustomLocationBookmark FOLDER");
 }
 
-/// The data folder was found under the old settings; an empty path makes the model look again.
+void requireFolderUnused(const Platform& platform, std::string_view forgottenKey) {
+  if (forgottenKey != key::CustomLocationBookmark) return;
+  if (!boolSetting(platform.defaults, key::CustomLocationEnabled)) return;
+  couldNot("Your bills are in this folder. Switch it off first: tallyvane settings set QMCustomLocationEnabled no");
+}
+
+/// The data folder was found under the old settings; an empty path makes the model look again. Done before the change,
+/// which may fail: looking again under the old settings finds the old folder.
 void forgetFoundFolder(const Platform& platform, std::string_view changedKey) {
   const bool moves = changedKey == key::CustomLocationEnabled || changedKey == key::CustomLocationBookmark ||
                      changedKey == key::DropboxSyncEnabled;
@@ -82,8 +90,8 @@ void setSetting(Session& session, const Options& options) {
   const Value value = settingInput(platform, setting, options.value);
   session.write([&] {
     if (setting.key == key::CustomLocationEnabled && value == Value(true)) requireCustomFolder(platform);
-    requireStored(platform.defaults.set(setting.key, value));
     forgetFoundFolder(platform, setting.key);
+    requireStored(platform.defaults.set(setting.key, value));
   });
   getSetting(session, options);
 }
@@ -92,8 +100,9 @@ void unsetSetting(Session& session, const Options& options) {
   const Platform& platform = session.platform;
   const Setting& setting = findSetting(options.key);
   session.write([&] {
-    requireStored(platform.defaults.remove(setting.key));
+    requireFolderUnused(platform, setting.key);
     forgetFoundFolder(platform, setting.key);
+    requireStored(platform.defaults.remove(setting.key));
   });
   getSetting(session, options);
 }
