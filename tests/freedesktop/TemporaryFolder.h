@@ -1,10 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <system_error>
 
 namespace tallyvane::testing {
 
@@ -15,7 +17,14 @@ class TemporaryFolder {
     std::string name = (std::filesystem::temp_directory_path() / "tallyvane-test-XXXXXX").string();
     path = ::mkdtemp(name.data()) == nullptr ? std::string() : std::filesystem::canonical(name).string();
   }
-  ~TemporaryFolder() { std::filesystem::remove_all(path); }
+  /// A program that is just ending may still add to it, so that removing takes more than one turn.
+  ~TemporaryFolder() {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{10};
+    std::error_code error;
+    do {
+      std::filesystem::remove_all(path, error);
+    } while (error && std::chrono::steady_clock::now() < end);
+  }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
