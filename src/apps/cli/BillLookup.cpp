@@ -18,6 +18,13 @@ namespace tallyvane::cli {
 
 namespace {
 
+/// Takes a diagnostic down, to be told in a sentence.
+struct Reason : Log {
+  void line(std::string_view /*text*/) override {}
+  void diagnostic(std::string_view diagnostic) override { text = diagnostic; }
+  std::string text;
+};
+
 using Matches = std::function<bool(const ListedBill&)>;
 
 /// From the surest way to name a bill to the least sure.
@@ -85,8 +92,9 @@ void requireReadableData(const Platform& platform) {
     couldNot("The data folder is not there: " + *folder + ". Make it or bring it back, and check its permissions.");
   }
   const std::string path = *folder + "/" + std::string(billIndexName);
-  if (!platform.files.exists(path) || readPropertyListFile<Dictionary>(platform.files, platform.log, path)) return;
-  couldNot("The list of bills cannot be read: " + path + ". Put back a good copy of this file, or move it away.");
+  Reason reason;
+  if (readPropertyListFile<Dictionary>(platform.files, reason, path) || reason.text.empty()) return;
+  couldNot("The list of bills: " + reason.text + ". Put back a good copy of this file, or move it away.");
 }
 
 std::vector<ListedBill> allBills(const Platform& platform) {

@@ -205,10 +205,10 @@ TEST_F(Refusals, SettingsAreStoredInTheirTypeAndShownAsTyped) {
                {"QMDontCountAuto", "ON", "yes\n"},
                {"QMCustomLocationBookmark", "/home/ada/Tallyvane.tvdata/", "/home/ada\n"}};
   for (const auto& c : cases) EXPECT_EQ(cli.run({"settings", "set", c.key, c.typed}).out, c.shown) << c.key;
-  EXPECT_TRUE(*cli.desktop.defaults.content.find("QMDueSoonDays") == Value(14));
-  EXPECT_TRUE(*cli.desktop.defaults.content.find("QMCalendarList") == Value(Array{"Home", "Bills"}));
+  EXPECT_TRUE(cli.desktop.defaults.object("QMDueSoonDays") == Value(14));
+  EXPECT_TRUE(cli.desktop.defaults.object("QMCalendarList") == Value(Array{"Home", "Bills"}));
   // A new folder is looked for anew.
-  EXPECT_TRUE(*cli.desktop.defaults.content.find("QMCusomLocationTempPath") == Value(""));
+  EXPECT_TRUE(cli.desktop.defaults.object("QMCusomLocationTempPath") == Value(""));
   EXPECT_EQ(cli.run({"settings", "unset", "QMDueSoonDays"}).out, "7\n");
   EXPECT_FALSE(cli.desktop.defaults.content.contains("QMDueSoonDays"));
 }

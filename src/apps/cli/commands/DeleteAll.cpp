@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <memory>
 
 #include "cli/BillLookup.h"
@@ -19,13 +17,12 @@ void deleteAll(Session& session, bool confirmed) {
   requireReadableData(session.platform);
   if (!confirmed && !session.console.canAsk()) wrongUsage("Nobody can be asked here; add --yes to delete all bills.");
   if (!confirmed && !session.console.confirms(question)) couldNot("Nothing was deleted.");
-  std::size_t count = 0;
   session.write([&] {
-    count = allBills(session.platform).size();
+    requireReadableData(session.platform);
     QMBill{session.platform}.deleteAllBills();
   });
-  if (session.json) return printJson(session.console, {{"deleted", count}});
-  session.console.line(fmt::format("Deleted {} bills. Their files are kept.", count));
+  if (session.json) return printJson(session.console, {{"deletedAll", true}});
+  session.console.line("All bills are off their lists. Their files are kept.");
 }
 
 }  // namespace

@@ -64,8 +64,9 @@ void requireStored(const Result<>& stored) {
 
 /// Switching the custom location on without a folder would leave the programs with no data folder at all.
 void requireCustomFolder(const Platform& platform) {
-  const auto known = [&](std::string_view key) { return platform.defaults.object(key).has_value(); };
-  if (known(key::CustomLocationBookmark) || known(key::CustomLocationTempPath)) return;
+  const std::optional<Value> found = platform.defaults.object(key::CustomLocationTempPath);
+  const bool wasFound = found && found->is<std::string>() && !found->get<std::string>()->empty();
+  if (wasFound || platform.defaults.object(key::CustomLocationBookmark)) return;
   couldNot("Name the folder first: tallyvane settings set QMCustomLocationBookmark FOLDER");
 }
 
@@ -80,7 +81,9 @@ void requireFolderUnused(const Platform& platform, std::string_view forgottenKey
 void forgetFoundFolder(const Platform& platform, std::string_view changedKey) {
   const bool moves = changedKey == key::CustomLocationEnabled || changedKey == key::CustomLocationBookmark ||
                      changedKey == key::DropboxSyncEnabled;
-  if (!moves || !platform.defaults.object(key::CustomLocationBookmark)) return;
+  const bool hasFolder =
+      changedKey == key::CustomLocationBookmark || platform.defaults.object(key::CustomLocationBookmark).has_value();
+  if (!moves || !hasFolder) return;
   requireStored(platform.defaults.set(key::CustomLocationTempPath, ""));
 }
 

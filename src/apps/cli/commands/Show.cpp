@@ -1,3 +1,6 @@
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <memory>
 
 #include "cli/BillLookup.h"
@@ -27,9 +30,9 @@ std::string reminderText(const Dictionary& bill) {
 }
 
 /// A fraction as per cent.
-std::string percentText(const Platform& platform, const Dictionary& bill) {
+Cell percentCell(const Platform& platform, const Dictionary& bill) {
   const Value percent = doubleValue(bill, key::Interest) * 100;
-  return QMBillsLoader{platform}.numberFormattedNumber(&percent) + " %";
+  return {QMBillsLoader{platform}.numberFormattedNumber(&percent) + " %", fmt::format("{:g}", doubleValue(&percent))};
 }
 
 Cell lastPaymentCell(const Platform& platform, const Dictionary& bill) {
@@ -57,7 +60,7 @@ std::vector<Field> fieldsOf(const Platform& platform, const Dictionary& bill, st
           {"Repeats", text(key::HumanRepeat)},
           {"Amount", amount(key::Amount)},
           {"Balance", amount(key::Balance)},
-          {"Interest", percentText(platform, bill)},
+          {"Interest", percentCell(platform, bill)},
           {"Paid automatically", isPaidAutomatically(bill) ? "yes" : "no"},
           {"Reminder", reminderText(bill)},
           {"Site", text(key::PaySite)},
