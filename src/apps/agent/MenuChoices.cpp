@@ -32,7 +32,9 @@ bool MenuChoices::openPaySite(const Platform& platform, const std::string& bid) 
   const std::optional<Dictionary> bill = QMBillsLoader{platform}.loadBillWithID(bid);
   const std::string site = bill ? bill->valueOr(key::PaySite, std::string()) : std::string();
   if (site.empty()) return false;
-  const std::string url = site.find(':') == std::string::npos ? "http://" + site : site;
+  // A host with a port has a colon too, but no scheme.
+  const bool hasScheme = site.find("://") != std::string::npos || site.starts_with("mailto:");
+  const std::string url = hasScheme ? site : "http://" + site;
   const Result<> opened = platform.workspace.openUrl(url);
   if (!opened) log_.diagnostic("Cannot open " + url + ": " + opened.error());
   return static_cast<bool>(opened);

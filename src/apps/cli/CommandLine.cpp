@@ -42,14 +42,17 @@ void requireUtf8(const std::vector<std::string>& arguments) {
   if (broken != arguments.end()) wrongUsage("The argument \"" + *broken + "\" is not valid UTF-8.");
 }
 
-/// The command that was probably meant by a first argument that is none.
-std::string suggestion(const CLI::App& app) {
-  const std::vector<std::string> unknown = app.remaining();
-  if (unknown.empty() || !app.get_subcommands().empty()) return "";
+/// What is wrong with arguments that no command takes; with a first one that is no command, which was probably meant.
+std::string unexpected(const CLI::App& app) {
+  const std::vector<std::string> extras = app.remaining(true);
+  const auto shown = [](const std::string& argument) { return "\"" + argument + "\""; };
+  const bool isCommandMissing = app.get_subcommands().empty() && !extras.empty() && !extras.front().starts_with('-');
+  if (!isCommandMissing) return "Not expected here: " + (extras.empty() ? "" : shown(extras.front())) + ".";
   std::vector<std::string> names;
   for (const CLI::App* command : app.get_subcommands(nullptr)) names.push_back(command->get_name());
-  const auto similar = nearest(unknown.front(), names);
-  return similar ? " Did you mean \"" + *similar + "\"?" : "";
+  const auto similar = nearest(extras.front(), names);
+  return "There is no command " + shown(extras.front()) + "." +
+         (similar ? " Did you mean " + shown(*similar) + "?" : "");
 }
 
 /// The command whose help says what would have been right.
@@ -71,8 +74,10 @@ void parse(CLI::App& app, std::vector<std::string> arguments, Console& console) 
   } catch (const CLI::CallForVersion& version) {
     console.line(version.what());
     throw;
+  } catch (const CLI::ExtrasError&) {
+    wrongUsage(unexpected(app) + " See: " + helpCommand(app));
   } catch (const CLI::ParseError& error) {
-    wrongUsage(std::string(error.what()) + "." + suggestion(app) + " See: " + helpCommand(app));
+    wrongUsage(std::string(error.what()) + ". See: " + helpCommand(app));
   }
 }
 

@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <span>
 #include <string_view>
 
 #include "freedesktop/SystemLog.h"
@@ -19,14 +20,19 @@ constexpr const char* usage =
 
 /// The exit status is 0 in every case: a login must not fail for want of this program.
 int main(int argc, char** argv) {
-  const std::string_view option = argc > 1 ? argv[1] : "";
-  if (option == "--version") {
-    std::puts("tallyvane-helper " TALLYVANE_VERSION);
-  } else if (option == "--help") {
-    std::fputs(usage, stdout);
-  } else {
-    tallyvane::SystemLog log("tallyvane-helper", option == "--verbose");
-    tallyvane::helper::runLoginHelper(tallyvane::processEnvironment(), log);
+  bool verbose = false;
+  for (const std::string_view option : std::span(argv + 1, static_cast<std::size_t>(argc > 0 ? argc - 1 : 0))) {
+    if (option == "--version") {
+      std::puts("tallyvane-helper " TALLYVANE_VERSION);
+      return 0;
+    }
+    verbose = option == "--verbose";
+    if (verbose) continue;
+    if (option != "--help") std::fputs("tallyvane-helper: unknown option\n", stderr);
+    std::fputs(usage, option == "--help" ? stdout : stderr);
+    return 0;
   }
+  tallyvane::SystemLog log("tallyvane-helper", verbose);
+  tallyvane::helper::runLoginHelper(tallyvane::processEnvironment(), log);
   return 0;
 }
