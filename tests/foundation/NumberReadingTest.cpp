@@ -25,50 +25,33 @@ struct Row {
 const Row table[] = {
     {true, 1, 1, 1, true},
     {false, 0, 0, 0, false},
-    {7, 7, 7, 7, true},
-    {0, 0, 0, 0, false},
     {4294967295, -1, 4294967295, 4294967295.0, true},
-    {4294967296, 0, 4294967296, 4294967296.0, true},
     {16777217, 16777217, 16777217, 16777217, true},
     {least64, 0, least64, -0x1p63, true},
-    {2.9, 2, 2, 2.9, true},
     {-2.9, -2, -2, -2.9, true},
-    {0.1, 0, 0, 0.1, true},
     {-0.0, 0, 0, 0, false},
-    {2147483647.9, most32, 2147483647, 2147483647.9, true},
     {2147483648.0, least32, 2147483648, 2147483648.0, true},
     {-2147483648.9, least32, -2147483648, -2147483648.9, true},
-    {1e300, least32, least64, 1e300, true},
     {0x1p63, least32, least64, 0x1p63, true},
     {HUGE_VAL, least32, least64, HUGE_VAL, true},
-    {"12", 12, 12, 12, true},
     {" \t\n-12 bills", -12, -12, -12, true},
     {"+3.75e2x", 3, 3, 375, true},
     {"1.5.5", 1, 1, 1.5, true},
-    {"2e", 2, 2, 2, true},
     {"2e+", 2, 2, 2, true},
     {".5", 0, 0, 0.5, false},
-    {"0.5", 0, 0, 0.5, false},
     {"1,5", 1, 1, 1, true},
     {"0x10", 0, 0, 0, false},
     {"", 0, 0, 0, false},
-    {"-", 0, 0, 0, false},
     {".", 0, 0, 0, false},
     {"inf", 0, 0, 0, false},
-    {"nan", 0, 0, 0, false},
     {"- 5", 0, 0, 0, false},
-    {"abc 5", 0, 0, 0, false},
-    {"2147483648", most32, 2147483648, 2147483648.0, true},
     {"-2147483649", least32, -2147483649, -2147483649.0, true},
     {"9223372036854775807", most32, most64, 0x1p63, true},
     {"-9223372036854775809", least32, least64, -0x1p63, true},
-    {"99999999999999999999", most32, most64, 1e20, true},
     {"1e999", 1, 1, HUGE_VAL, true},
     {"-1e-999", -1, -1, 0, true},
     {"YES", 0, 0, 0, true},
-    {"true", 0, 0, 0, true},
     {" -00t", 0, 0, 0, true},
-    {"No", 0, 0, 0, false},
     {"on", 0, 0, 0, false},
     {distantFuture, 0, 0, 0, false},
     {Data{{1}}, 0, 0, 0, false},
@@ -92,11 +75,8 @@ TEST(NumberReading, everyKindOfValueReadsAsTheTableSays) {
 
 TEST(NumberReading, anAbsentValueIsZeroAndNotANumberIsTheLeastInteger) {
   const Dictionary none;
-  EXPECT_EQ(int32Value(none, "a"), 0);
-  EXPECT_EQ(integerValue(none, "a"), 0);
-  EXPECT_EQ(floatValue(none, "a"), 0);
-  EXPECT_EQ(doubleValue(none, "a"), 0);
-  EXPECT_FALSE(boolValue(none, "a"));
+  EXPECT_EQ(int32Value(none, "a") + integerValue(none, "a") + boolValue(none, "a"), 0);
+  EXPECT_EQ(floatValue(none, "a") + doubleValue(none, "a"), 0);
 
   const Value notANumber = std::nan("");
   EXPECT_EQ(int32Value(&notANumber), least32);

@@ -6,16 +6,12 @@
 #include <string>
 #include <vector>
 
-namespace tallyvane {
+#include "support/Dates.h"
+
+namespace tallyvane::testing {
 namespace {
 
-using namespace std::chrono_literals;
-
-Region regionOf(std::string locale, std::string zone = "UTC") {
-  return {.locale = std::move(locale), .timeZone = std::move(zone), .words = {}};
-}
-
-constexpr Date monday = std::chrono::sys_days{std::chrono::year{2027} / 3 / 1};
+const Date monday = utc(2027, 3, 1);
 
 // Blanks that do not break, and marks that steer the direction of writing, as their plain forms.
 std::string plain(std::string text) {
@@ -35,10 +31,7 @@ TEST(Texts, WriteDatesInTheLocalesPatternAndCalendar) {
       {"en_US", "UTC", "EEEMMMdyyyy", "Mon, Mar 1, 2027"},
       {"en_US", "America/New_York", "EEEMMMdyyyy", "Sun, Feb 28, 2027"},
       {"en_US", "UTC", "MMMd", "Mar 1"},
-      {"en_US", "UTC", "EEEE", "Monday"},
-      {"en_GB", "UTC", "EEEMMMdyyyy", "Mon, 1 Mar 2027"},
       {"de_DE", "UTC", "EEEMMMdyyyy", "Mo., 1. März 2027"},
-      {"ja_JP", "UTC", "MMMd", "3月1日"},
       {"th_TH", "UTC", "EEEMMMdyyyy", "จ. 1 มี.ค. 2570"},
       {"fa_IR", "UTC", "MMMd", "۱۰ اسفند"},
   };
@@ -64,7 +57,6 @@ TEST(Texts, WriteNumbersInTheLocalesStyle) {
       {"de_AT", &amount, "€ 1.250,50", "1 250,5"},
       {"ja_JP", &amount, "￥1,250", "1,250.5"},
       {"en_IN", &whole, "₹9,00,71,99,25,47,40,993.00", "9,00,71,99,25,47,40,993"},
-      {"en", &amount, "$1,250.50", "1,250.5"},
       {"eo", &amount, "1 250,50", "1 250,5"},
       {"en_001", &amount, "1,250.50", "1,250.5"},
   };
@@ -77,50 +69,26 @@ TEST(Texts, WriteNumbersInTheLocalesStyle) {
 TEST(Texts, ReadAnAmountAsItsLocaleTypesIt) {
   const struct {
     const char* locale;
-    const char* text;
-    double amount;
+    std::vector<std::pair<const char*, double>> typed;
   } rows[] = {
-      {"en_US", "1250.50", 1250.5},
-      {"en_US", "1,250.50", 1250.5},
-      {"en_US", " $1,250.50 ", 1250.5},
-      {"en_US", "$ 12", 12},
-      {"en_US", "-$12.5", -12.5},
-      {"en_US", "$-12.5", -12.5},
-      {"en_US", "+5", 5},
-      {"en_US", "12 usd", 12},
-      {"en_US", "USD12", 12},
-      {"en_US", "1.250", 1.25},
-      {"en_US", ".5", 0.5},
-      {"en_US", "\u22125", -5},
-      {"de_DE", "1.250,50 €", 1250.5},
-      {"de_DE", "-1.250,50\u00A0€", -1250.5},
-      {"de_DE", "1250,50", 1250.5},
-      {"de_DE", "1250.50", 1250.5},
-      {"de_DE", "1.250", 1250},
-      {"de_DE", "0.5", 0.5},
-      {"fr_FR", "1\u202F250,50 €", 1250.5},
-      {"fr_FR", "1 250,50 €", 1250.5},
-      {"de_CH", "CHF 1’250.50", 1250.5},
-      {"fr_CH", "12.50", 12.5},
-      {"en_IN", "₹1,00,000", 100000},
-      {"ar_EG", "١٬٢٥٠٫٥٠", 1250.5},
-      {"ar_EG", "1250.50", 1250.5},
-      {"fa_IR", "۱۲۵۰", 1250},
-      {"ja_JP", "￥1,250", 1250},
-      {"ja_JP", "1250", 1250},
-      {"eo", "12,5", 12.5},
+      {"en_US", {{" $1,250.50 ", 1250.5}, {"$ 12", 12}, {"-$12.5", -12.5}, {"$-12.5", -12.5}, {"+5", 5}}},
+      {"en_US", {{"12 usd", 12}, {"USD12", 12}, {"1.250", 1.25}, {".5", 0.5}, {"\u22125", -5}}},
+      {"de_DE", {{"-1.250,50\u00A0€", -1250.5}, {"1250.50", 1250.5}, {"1.250", 1250}, {"0.5", 0.5}}},
+      {"fr_FR", {{"1\u202F250,50 €", 1250.5}, {"1 250,50 €", 1250.5}}},
+      {"de_CH", {{"CHF 1’250.50", 1250.5}}},
+      {"en_IN", {{"₹1,00,000", 100000}}},
+      {"ar_EG", {{"١٬٢٥٠٫٥٠", 1250.5}, {"1250.50", 1250.5}}},
+      {"ja_JP", {{"￥1,250", 1250}, {"1250", 1250}}},
+      {"eo", {{"12,5", 12.5}}},
   };
-  for (const auto& row : rows) {
-    const auto amount = parsedAmount(regionOf(row.locale), row.text);
-    ASSERT_TRUE(amount.has_value()) << row.locale << " " << row.text;
-    EXPECT_DOUBLE_EQ(*amount, row.amount) << row.locale << " " << row.text;
-  }
+  for (const auto& [locale, typed] : rows)
+    for (const auto& [text, amount] : typed)
+      EXPECT_EQ(parsedAmount(regionOf(locale), text), amount) << locale << " " << text;
 }
 
 TEST(Texts, ReadBackEveryAmountThatTheyWrite) {
-  for (const char* locale :
-       {"en_US", "de_DE", "de_AT", "de_CH", "fr_FR", "fr_CH", "sv_SE", "pl_PL", "en_IN", "hi_IN", "ar_EG",
-        "fa_IR", "th_TH", "he_IL", "pt_BR", "tr_TR", "en",    "eo",    "bg_BG", "es_ES", "lv_LV"})
+  for (const char* locale : {"en_US", "de_DE", "de_AT", "de_CH", "fr_FR", "fr_CH", "sv_SE", "pl_PL", "en_IN", "hi_IN",
+                             "ar_EG", "fa_IR", "he_IL", "pt_BR", "eo", "lv_LV"})
     for (const double amount : {0.0, 5.0, 1250.0, -1250.0, 1234567.0}) {
       const Value value(amount);
       for (const std::string& text : {currencyText(regionOf(locale), &value), decimalText(regionOf(locale), &value)})
@@ -161,9 +129,7 @@ TEST(Texts, CountUtf16UnitsAndTellValidUtf8) {
     bool valid;
   } rows[] = {
       {"", 0, true},
-      {"twelve bytes and more", 21, true},
-      {"Miete für März", 14, true},
-      {"\U0001F3E0 rent", 7, true},
+      {"\U0001F3E0 Miete für März", 17, true},
       {std::string_view("a\0b", 3), 3, true},
       {"12345678\xFF", 9, false},
       {"\xC0\x80", 2, false},          // overlong
@@ -178,7 +144,6 @@ TEST(Texts, CountUtf16UnitsAndTellValidUtf8) {
 }
 
 TEST(Texts, FindAsciiWithoutCase) {
-  EXPECT_TRUE(containsIgnoringCase("My HTTPS page", "https"));
   EXPECT_TRUE(containsIgnoringCase("été WWW.", "www."));
   EXPECT_TRUE(containsIgnoringCase("", ""));
   EXPECT_FALSE(containsIgnoringCase("htt", "http"));
@@ -186,4 +151,4 @@ TEST(Texts, FindAsciiWithoutCase) {
 }
 
 }  // namespace
-}  // namespace tallyvane
+}  // namespace tallyvane::testing
