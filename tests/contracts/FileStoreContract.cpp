@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
 #include "freedesktop/PosixFileStore.h"
-#include "freedesktop/TemporaryFolder.h"
 #include "support/InMemoryFileStore.h"
+#include "support/TemporaryFolder.h"
 
 namespace tallyvane::testing {
 namespace {

@@ -6,8 +6,8 @@
 #include "freedesktop/LocalKeyValueStore.h"
 #include "freedesktop/PlistUserDefaults.h"
 #include "freedesktop/PosixFileStore.h"
-#include "freedesktop/TemporaryFolder.h"
 #include "support/Fakes.h"
+#include "support/TemporaryFolder.h"
 
 namespace tallyvane::testing {
 namespace {

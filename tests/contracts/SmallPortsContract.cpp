@@ -7,8 +7,8 @@
 #include "freedesktop/PosixFileStore.h"
 #include "freedesktop/QueuedMainQueue.h"
 #include "freedesktop/SystemRandom.h"
-#include "freedesktop/TemporaryFolder.h"
 #include "support/Fakes.h"
+#include "support/TemporaryFolder.h"
 
 namespace tallyvane::testing {
 namespace {

@@ -2,102 +2,89 @@
 
 #include <gmock/gmock.h>
 
-#include "freedesktop/TemporaryFolder.h"
+#include <regex>
+#include <sstream>
+
 #include "freedesktop/Terminal.h"
 #include "support/InMemoryFileStore.h"
+#include "support/TemporaryFolder.h"
+#include "support/TextTable.h"
 
 namespace tallyvane::testing {
 namespace {
 
 using ::testing::ElementsAre;
 
-/// One session's files for the scheme "bill", and the application that opens it there.
-struct HandlerCase {
-  std::string name;
-  std::map<std::string, std::string> files;
-  std::string expected;
+const std::string own = "/home/ada/.local/share/applications/";
+const std::string ownList = "/home/ada/.config/mimeapps.list";
+const std::string defaults = "Default Applications";
+
+/// A list of the desktop that names applications for the scheme "bill".
+struct List {
+  std::string path, group, ids;
 };
 
-const std::string own = "/home/ada/.local/share/applications/";
-const std::string system1 = "/usr/share/applications/";
-const std::string claiming = "[Desktop Entry]\nType=Application\nMimeType=x-scheme-handler/bill;\nExec=x\n";
-const std::string silent = "[Desktop Entry]\nType=Application\nExec=x\n";
-
-std::string list(const std::string& group, const std::string& ids) {
-  return "# made by hand\n[" + group + "]\nx-scheme-handler/bill = " + ids + "\n";
+/// Where "own/a", an application of the user, or "usr/a", one of the system, lies.
+std::string pathOf(const std::string& word) {
+  return (word.starts_with("own/") ? own : "/usr/share/applications/") + word.substr(4) + ".desktop";
 }
 
-class HandlerOfScheme : public ::testing::TestWithParam<HandlerCase> {};
-
-TEST_P(HandlerOfScheme, IsFoundByTheDesktopsOwnRules) {
-  InMemoryFileStore files;
-  for (const auto& [path, text] : GetParam().files) {
+/// Words such as "+own/a" and "-usr/b": an application of the user or the system, and whether it claims the scheme.
+/// "!" hides it, "?" claims the scheme for a program that is not installed.
+void install(InMemoryFileStore& files, const std::string& applications) {
+  const std::map<char, std::string> rest{{'+', "MimeType=x-scheme-handler/bill;\n"},
+                                         {'-', ""},
+                                         {'!', "Hidden=true\n"},
+                                         {'?', "MimeType=x-scheme-handler/bill;\nTryExec=/no/such\n"}};
+  std::istringstream words(applications);
+  for (std::string word; words >> word;) {
+    const std::string path = pathOf(word.substr(1));
     (void)files.createFolder(InMemoryFileStore::parent(path));
-    files.content[path] = text;
+    files.content[path] = "[Desktop Entry]\nType=Application\nExec=x\n" + rest.at(word.front());
   }
+}
+
+TEST(DesktopEntries, FindTheHandlerOfASchemeByTheDesktopsOwnRules) {
+  const struct {
+    std::string rule, applications, handler;
+    std::vector<List> lists = {};
+  } rows[] = {
+      {"nothing claims it", "-own/a", "none"},
+      {"a claim needs no cache", "-own/a +own/b", "own/b"},
+      {"a claim in a subfolder counts", "+usr/kde/b", "usr/kde/b"},
+      {"the cache before entries", "+own/a -own/b", "own/b", {{own + "mimeinfo.cache", "MIME Cache", "b;a"}}},
+      {"the user's folder before the system's", "+own/b +usr/a", "own/b"},
+      {"a default before claims", "+own/a -usr/b", "usr/b", {{"/etc/xdg/mimeapps.list", defaults, "b"}}},
+      {"the user's default before the system's",
+       "-own/a -own/b",
+       "own/b",
+       {{"/etc/xdg/mimeapps.list", defaults, "a"}, {ownList, defaults, "b"}}},
+      {"the desktop's list before the common one",
+       "-own/a -own/b",
+       "own/b",
+       {{ownList, defaults, "a"}, {"/home/ada/.config/xfce-mimeapps.list", defaults, "b"}}},
+      {"a default that is gone", "-own/b +usr/a", "own/b", {{ownList, defaults, "gone;b"}}},
+      {"added by the user", "-own/a +usr/b", "own/a", {{ownList, "Added Associations", "a"}}},
+      {"removed by the user", "+own/a +usr/b", "usr/b", {{ownList, "Removed Associations", "a"}}},
+      {"hidden by the user", "!own/a +usr/a", "none"},
+      {"a program that is not installed", "?own/a", "none"},
+      {"an identifier that leads out", "-own/../a", "none", {{ownList, defaults, "../a"}}},
+  };
   SessionEnvironment environment;
   environment.configFolders = {"/home/ada/.config", "/etc/xdg"};
   environment.dataFolders = {"/home/ada/.local/share", "/usr/share"};
   environment.desktops = {"xfce"};
-  const auto entry = DesktopEntries(files, environment).handlerOfScheme("bill");
-  EXPECT_EQ(entry ? entry->path : "none", GetParam().expected);
+  for (const auto& row : rows) {
+    InMemoryFileStore files;
+    install(files, row.applications);
+    for (const List& list : row.lists) {
+      const std::string ids = std::regex_replace(list.ids + ";", std::regex(";"), ".desktop;");
+      files.content[list.path] = "# made by hand\n[" + list.group + "]\nx-scheme-handler/bill = " + ids + "\n";
+    }
+    const auto entry = DesktopEntries(files, environment).handlerOfScheme("bill");
+    EXPECT_EQ(entry ? entry->path : "none", row.handler == "none" ? row.handler : pathOf(row.handler)) << row.rule;
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Sessions, HandlerOfScheme,
-    ::testing::Values(
-        HandlerCase{"Nothing", {{own + "a.desktop", silent}}, "none"},
-        HandlerCase{
-            "ClaimWithoutACache", {{own + "a.desktop", silent}, {own + "b.desktop", claiming}}, own + "b.desktop"},
-        HandlerCase{"ClaimInASubfolder", {{system1 + "kde/b.desktop", claiming}}, system1 + "kde/b.desktop"},
-        HandlerCase{"CacheBeforeEntries",
-                    {{own + "a.desktop", claiming},
-                     {own + "b.desktop", silent},
-                     {own + "mimeinfo.cache", list("MIME Cache", "b.desktop;a.desktop;")}},
-                    own + "b.desktop"},
-        HandlerCase{"OwnFolderBeforeTheSystems",
-                    {{own + "b.desktop", claiming}, {system1 + "a.desktop", claiming}},
-                    own + "b.desktop"},
-        HandlerCase{"DefaultBeforeClaims",
-                    {{own + "a.desktop", claiming},
-                     {system1 + "b.desktop", silent},
-                     {"/etc/xdg/mimeapps.list", list("Default Applications", "b.desktop")}},
-                    system1 + "b.desktop"},
-        HandlerCase{"UsersDefaultBeforeTheSystems",
-                    {{own + "a.desktop", silent},
-                     {own + "b.desktop", silent},
-                     {"/etc/xdg/mimeapps.list", list("Default Applications", "a.desktop")},
-                     {"/home/ada/.config/mimeapps.list", list("Default Applications", "b.desktop")}},
-                    own + "b.desktop"},
-        HandlerCase{"DesktopsListBeforeTheCommonOne",
-                    {{own + "a.desktop", silent},
-                     {own + "b.desktop", silent},
-                     {"/home/ada/.config/mimeapps.list", list("Default Applications", "a.desktop")},
-                     {"/home/ada/.config/xfce-mimeapps.list", list("Default Applications", "b.desktop")}},
-                    own + "b.desktop"},
-        HandlerCase{"DefaultThatIsNotInstalled",
-                    {{own + "b.desktop", claiming},
-                     {"/home/ada/.config/mimeapps.list", list("Default Applications", "gone.desktop;b.desktop;")}},
-                    own + "b.desktop"},
-        HandlerCase{"AddedByTheUser",
-                    {{own + "a.desktop", silent},
-                     {system1 + "b.desktop", claiming},
-                     {"/home/ada/.config/mimeapps.list", list("Added Associations", "a.desktop;")}},
-                    own + "a.desktop"},
-        HandlerCase{"RemovedByTheUser",
-                    {{own + "a.desktop", claiming},
-                     {system1 + "b.desktop", claiming},
-                     {"/home/ada/.config/mimeapps.list", list("Removed Associations", "a.desktop;")}},
-                    system1 + "b.desktop"},
-        HandlerCase{"HiddenByTheUser",
-                    {{own + "a.desktop", "[Desktop Entry]\nHidden=true\n"}, {system1 + "a.desktop", claiming}},
-                    "none"},
-        HandlerCase{"ProgramThatIsNotInstalled", {{own + "a.desktop", claiming + "TryExec=/no/such\n"}}, "none"},
-        HandlerCase{"IdentifierThatLeadsOut",
-                    {{"/home/ada/.local/share/a.desktop", claiming},
-                     {"/home/ada/.config/mimeapps.list", list("Default Applications", "../a.desktop")}},
-                    "none"}),
-    [](const auto& tested) { return tested.param.name; });
 
 TEST(CommandForUrl, ReplacesFieldCodesAndUndoesQuotes) {
   const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
@@ -154,18 +141,12 @@ TEST(InTerminal, TakesTheUsersTerminalThenTheFirstKnownOneThatIsInstalled) {
   install("xfce4-terminal");
   EXPECT_THAT(*inTerminal(environment, {"show"}), ElementsAre(folder.path + "/xfce4-terminal", "-x", "show"));
   environment.terminal = "kitty";
-  EXPECT_THAT(*inTerminal(environment, {"show"}), ElementsAre(folder.path + "/xfce4-terminal", "-x", "show"));
   install("kitty");
   EXPECT_THAT(*inTerminal(environment, {"show"}), ElementsAre(folder.path + "/kitty", "show"));
 }
 
 TEST(SessionEnvironment, IsToldByTheVariablesOrTheirStandIns) {
-  const auto of = [](std::map<std::string, std::string> variables) {
-    return SessionEnvironment::of([=](std::string_view name) -> std::optional<std::string> {
-      const auto found = variables.find(std::string(name));
-      return found == variables.end() ? std::nullopt : std::optional(found->second);
-    });
-  };
+  const auto of = [](TextTable variables) { return SessionEnvironment::of(lookupIn(std::move(variables))); };
   const SessionEnvironment bare = of({{"HOME", "/home/ada"}, {"XDG_RUNTIME_DIR", "/run/user/1 0/"}});
   EXPECT_EQ(bare.busAddress, "unix:path=/run/user/1%200/bus");
   EXPECT_THAT(bare.configFolders, ElementsAre("/home/ada/.config", "/etc/xdg"));

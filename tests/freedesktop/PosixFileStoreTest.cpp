@@ -2,12 +2,12 @@
 #include "freedesktop/PosixFileStore.h"
 
 #include <gmock/gmock.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 
+#include <set>
 #include <thread>
 
-#include "freedesktop/TemporaryFolder.h"
+#include "support/SmallDisk.h"
 
 namespace tallyvane::testing {
 namespace {
@@ -18,22 +18,17 @@ namespace fs = std::filesystem;
 
 constexpr const char* leftover = ".tallyvane-save.tmp";
 
+/// All names in a folder, hidden ones too.
+std::set<std::string> everythingIn(const std::string& folder) {
+  std::set<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename().string());
+  return names;
+}
+
 class PosixFileStoreTest : public ::testing::Test {
  protected:
   std::string at(const std::string& name) const { return folder.path + "/" + name; }
-  static struct stat statusOf(const std::string& path) {
-    struct stat status {};
-    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
-    return status;
-  }
-  static unsigned modeOf(const std::string& path) { return statusOf(path).st_mode & 07777; }
-  /// All names, hidden ones too.
-  std::vector<std::string> everything() const {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder.path)) names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-  }
+  static unsigned modeOf(const std::string& path) { return static_cast<unsigned>(fs::status(path).permissions()); }
 
   TemporaryFolder folder;
   PosixFileStore store{folder.path};
@@ -54,7 +49,9 @@ TEST_F(PosixFileStoreTest, NewFilesAreTheUsersAloneAndOldOnesKeepTheirPermission
   // The administrator's save leaves a file to its user.
   ASSERT_EQ(::chown(at("old").c_str(), 1234, 5678), 0);
   ASSERT_TRUE(store.save(at("old"), "y"));
-  EXPECT_EQ(statusOf(at("old")).st_uid, 1234U);
+  struct stat status {};
+  EXPECT_EQ(::stat(at("old").c_str(), &status), 0);
+  EXPECT_EQ(status.st_uid, 1234U);
 }
 
 TEST_F(PosixFileStoreTest, WhatAKilledProgramLeftIsNeverListedOrCopiedAndGoesAtTheNextSave) {
@@ -65,7 +62,7 @@ TEST_F(PosixFileStoreTest, WhatAKilledProgramLeftIsNeverListedOrCopiedAndGoesAtT
   EXPECT_TRUE(fs::is_empty(elsewhere.path + "/copy"));
   ASSERT_TRUE(store.save(at("bill"), "rent"));
   EXPECT_EQ(contentOf(at("bill")), "rent");
-  EXPECT_THAT(everything(), ElementsAre("bill"));
+  EXPECT_THAT(everythingIn(folder.path), ElementsAre("bill"));
 }
 
 TEST_F(PosixFileStoreTest, ASaveThroughALinkReplacesTheFileThatItNames) {
@@ -117,7 +114,7 @@ TEST_F(PosixFileStoreTest, ACopyThatFailsHalfWayLeavesNothing) {
   put(at("tree/a/bill"), "rent");
   ASSERT_EQ(::mkfifo(at("tree/b").c_str(), 0600), 0);
   EXPECT_THAT(store.copy(at("tree"), at("copy")).error(), HasSubstr(at("tree/b")));
-  EXPECT_THAT(everything(), ElementsAre("tree"));
+  EXPECT_THAT(everythingIn(folder.path), ElementsAre("tree"));
 }
 
 TEST_F(PosixFileStoreTest, SavesOfSeveralThreadsInOneFolderTakeTurns) {
@@ -132,49 +129,33 @@ TEST_F(PosixFileStoreTest, SavesOfSeveralThreadsInOneFolderTakeTurns) {
   other.join();
   const std::string content = contentOf(at("same"));
   EXPECT_EQ(content, std::string(5000, content.at(0)));
-  EXPECT_THAT(everything(), ElementsAre("a", "b", "same"));
+  EXPECT_THAT(everythingIn(folder.path), ElementsAre("a", "b", "same"));
 }
 
-/// A file system of a few blocks.
-class FullDiskTest : public PosixFileStoreTest {
- protected:
-  void SetUp() override {
-    if (::mount("tmpfs", folder.path.c_str(), "tmpfs", 0, "size=64k") != 0) {
-      GTEST_SKIP() << "mounting a small file system is not allowed here";
-    }
-    mounted_ = true;
-  }
-  void TearDown() override {
-    if (mounted_) ::umount2(folder.path.c_str(), MNT_DETACH);
-  }
-
- private:
-  bool mounted_ = false;
-};
-
-TEST_F(FullDiskTest, AFailedSaveCopyOrMoveLeavesTheOldFilesAndNothingElse) {
+TEST(PosixFileStoreOnASmallDisk, AFailedSaveCopyOrMoveLeavesTheOldFilesAndNothingElse) {
+  const SmallDisk disk;
+  if (!disk.mounted) GTEST_SKIP() << "mounting a small file system is not allowed here";
+  PosixFileStore store(disk.path);
+  const std::string bill = disk.path + "/bill";
   TemporaryFolder elsewhere;
   put(elsewhere.path + "/large", std::string(100'000, 'x'));
-  ASSERT_TRUE(store.save(at("bill"), "old"));
-  EXPECT_THAT(store.save(at("bill"), std::string(100'000, 'x')).error(), HasSubstr(at("bill") + ": No space left"));
-  EXPECT_THAT(store.copy(elsewhere.path, at("copy")).error(), HasSubstr("No space left"));
-  EXPECT_THAT(store.move(elsewhere.path, at("moved")).error(), HasSubstr("No space left"));
-  EXPECT_EQ(contentOf(at("bill")), "old");
-  EXPECT_THAT(everything(), ElementsAre("bill"));
+  ASSERT_TRUE(store.save(bill, "old"));
+  EXPECT_THAT(store.save(bill, std::string(100'000, 'x')).error(), HasSubstr(bill + ": No space left"));
+  EXPECT_THAT(store.copy(elsewhere.path, disk.path + "/copy").error(), HasSubstr("No space left"));
+  EXPECT_THAT(store.move(elsewhere.path, disk.path + "/moved").error(), HasSubstr("No space left"));
+  EXPECT_EQ(contentOf(bill), "old");
+  EXPECT_THAT(everythingIn(disk.path), ElementsAre("bill"));
   // What has room moves to the other file system.
   fs::resize_file(elsewhere.path + "/large", 3);
-  EXPECT_TRUE(store.move(elsewhere.path, at("moved")));
-  EXPECT_EQ(contentOf(at("moved/large")), "xxx");
+  EXPECT_TRUE(store.move(elsewhere.path, disk.path + "/moved"));
+  EXPECT_EQ(contentOf(disk.path + "/moved/large"), "xxx");
   EXPECT_FALSE(fs::exists(elsewhere.path));
-}
 
-TEST_F(FullDiskTest, AFolderThatMayNotBeWrittenGivesAClearError) {
-  ASSERT_TRUE(store.save(at("bill"), "old"));
-  ASSERT_EQ(::mount(nullptr, folder.path.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
-  EXPECT_THAT(store.save(at("bill"), "new").error(), HasSubstr(at("bill")));
-  EXPECT_FALSE(store.createFolder(at("new")));
-  EXPECT_FALSE(store.remove(at("bill")));
-  EXPECT_EQ(contentOf(at("bill")), "old");
+  ASSERT_TRUE(disk.makeReadOnly());
+  EXPECT_THAT(store.save(bill, "new").error(), HasSubstr(bill));
+  EXPECT_FALSE(store.createFolder(disk.path + "/new"));
+  EXPECT_FALSE(store.remove(bill));
+  EXPECT_EQ(contentOf(bill), "old");
 }
 
 }  // namespace

@@ -1,24 +1,17 @@
 // Where the user's folders and the installed files lie, and what reaches the log.
 #include <gmock/gmock.h>
 
-#include <map>
-
-#include "freedesktop/FileBookmarks.h"
 #include "freedesktop/InstalledResources.h"
 #include "freedesktop/SystemLog.h"
 #include "freedesktop/XdgFolders.h"
+#include "support/TextTable.h"
 
 namespace tallyvane::testing {
 namespace {
 
 using ::testing::ElementsAre;
 
-XdgFolders foldersWith(std::map<std::string, std::string, std::less<>> variables) {
-  return XdgFolders::of([variables = std::move(variables)](std::string_view name) -> std::optional<std::string> {
-    const auto found = variables.find(name);
-    return found == variables.end() ? std::nullopt : std::optional<std::string>(found->second);
-  });
-}
+XdgFolders foldersWith(TextTable variables) { return XdgFolders::of(lookupIn(std::move(variables))); }
 
 TEST(XdgFolders, AbsoluteVariablesCountAndOthersAreIgnored) {
   const XdgFolders chosen = foldersWith({{"HOME", "/home/ada"},
@@ -46,12 +39,6 @@ TEST(InstalledResources, AreLookedForBesideTheProgramFirst) {
   EXPECT_THAT(resourceFolders("/opt/t/bin/tallyvane", folders),
               ElementsAre("/opt/t/share/tallyvane", "/usr/share/tallyvane"));
   EXPECT_THAT(resourceFolders("", folders), ElementsAre("/usr/share/tallyvane"));
-}
-
-TEST(FileBookmarks, HoldTheEncodedUrlOfTheFolder) {
-  const Data data = FileBookmarks().bookmark("/a ü");
-  EXPECT_THAT(std::string(data.bytes.begin(), data.bytes.end()),
-              ::testing::HasSubstr("<string>file:///a%20%C3%BC</string>"));
 }
 
 TEST(SystemLog, ShowsOnStandardErrorOnlyWhenVerbose) {

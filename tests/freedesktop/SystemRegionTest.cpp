@@ -2,57 +2,40 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <string>
-
 #include "support/Fakes.h"
+#include "support/TextTable.h"
 
-namespace tallyvane {
+namespace tallyvane::testing {
 namespace {
-
-using Table = std::map<std::string, std::string>;
 
 struct Told {
   Region region;
   std::size_t diagnostics;
 };
 
-Told told(const Table& environment, const Table& links = {}, const Table& files = {}) {
-  const auto lookup = [](Table table) -> RegionSources::Lookup {
-    return [table = std::move(table)](const std::string& name) {
-      const auto found = table.find(name);
-      return found == table.end() ? std::nullopt : std::optional(found->second);
-    };
-  };
-  testing::RecordingLog log;
-  const Region region = regionTold({lookup(environment), lookup(links), lookup(files)}, log);
+Told told(const TextTable& environment, const TextTable& links = {}, const TextTable& files = {}) {
+  RecordingLog log;
+  const Region region = regionTold({lookupIn(environment), lookupIn(links), lookupIn(files)}, log);
   return {region, log.diagnostics.size()};
 }
 
 TEST(SystemRegion, TakesOneLocaleForEverythingFromTheEnvironment) {
   const struct {
-    Table environment;
+    TextTable environment;
     const char* locale;
     std::size_t diagnostics = 0;
   } rows[] = {
       {{}, "en_US"},
-      {{{"LANG", ""}}, "en_US"},
-      {{{"LANG", "C"}}, "en_US"},
-      {{{"LANG", "POSIX"}}, "en_US"},
       {{{"LANG", "C.UTF-8"}}, "en_US"},
-      {{{"LANG", "en_GB.UTF-8"}}, "en_GB"},
       {{{"LANG", "de"}}, "de"},
       {{{"LANG", "de_DE@euro"}}, "de_DE"},
-      {{{"LANG", "sr_RS@latin"}}, "sr_Latn_RS"},
       {{{"LANG", "sr_RS.UTF-8@latin"}}, "sr_Latn_RS"},
       {{{"LANG", "ca_ES.UTF-8@valencia"}}, "ca_ES_VALENCIA"},
-      {{{"LANG", "es_419"}}, "es_419"},
       {{{"LANG", "../../etc"}}, "en_US", 1},
       {{{"LANG", "EN_us"}}, "en_US", 1},
       {{{"LANG", "en_US.UTF-8"}, {"LC_ALL", "fr_FR.UTF-8"}, {"LC_MONETARY", "de_DE.UTF-8"}}, "fr_FR"},
-      {{{"LANG", "en_US.UTF-8"}, {"LC_ALL", "C.UTF-8"}}, "en_US"},
+      {{{"LANG", "de_DE.UTF-8"}, {"LC_ALL", "C.UTF-8"}}, "en_US"},
       {{{"LANG", "en_US.UTF-8"}, {"LC_ALL", ""}, {"LC_MESSAGES", "it_IT.UTF-8"}}, "it_IT"},
-      {{{"LANG", "en_US.UTF-8"}, {"LC_MONETARY", "de_DE.UTF-8"}}, "en_DE"},
       {{{"LANG", "sr_RS@latin"}, {"LC_MONETARY", "sr_ME"}}, "sr_Latn_ME"},
       {{{"LANG", "en_US.UTF-8"}, {"LC_MONETARY", "C"}, {"LC_TIME", "en_DK.UTF-8"}}, "en_US"},
   };
@@ -65,32 +48,24 @@ TEST(SystemRegion, TakesOneLocaleForEverythingFromTheEnvironment) {
 }
 
 TEST(SystemRegion, TakesTheZoneFromTheVariableElseFromTheMachine) {
-  const Table toBerlin{{"/etc/localtime", "/usr/share/zoneinfo/Europe/Berlin"}};
+  const TextTable toBerlin{{"/etc/localtime", "/usr/share/zoneinfo/Europe/Berlin"}};
   const struct {
-    Table environment;
-    Table links;
-    Table files;
+    TextTable environment, links, files;
     const char* zone;
     std::size_t diagnostics = 0;
   } rows[] = {
-      {{}, {}, {}, "UTC"},
+      {{}, {}, {{"/etc/timezone", "\n"}}, "UTC"},
       {{}, toBerlin, {{"/etc/timezone", "Asia/Tokyo\n"}}, "Europe/Berlin"},
       {{}, {{"/etc/localtime", "../usr/share/zoneinfo/America/Indiana/Knox"}}, {}, "America/Indiana/Knox"},
-      {{}, {}, {{"/etc/timezone", "Asia/Tokyo\n"}}, "Asia/Tokyo"},
       {{}, {{"/etc/localtime", "/srv/zone"}}, {{"/etc/timezone", " Asia/Tokyo"}}, "Asia/Tokyo"},
-      {{}, {}, {{"/etc/timezone", "\n"}}, "UTC"},
-      {{{"TZ", "America/New_York"}}, toBerlin, {}, "America/New_York"},
       {{{"TZ", ":America/New_York"}}, toBerlin, {}, "America/New_York"},
-      {{{"TZ", ":/usr/share/zoneinfo/Asia/Kolkata"}}, toBerlin, {}, "Asia/Kolkata"},
       {{{"TZ", "/usr/share/zoneinfo/posix/Asia/Kolkata"}}, toBerlin, {}, "Asia/Kolkata"},
       {{{"TZ", ":/etc/localtime"}}, toBerlin, {}, "Europe/Berlin"},
       {{{"TZ", ""}}, toBerlin, {}, "UTC"},
       {{{"TZ", "EST5EDT"}}, {}, {}, "EST5EDT"},
       {{{"TZ", "UTC0"}}, {}, {}, "UTC"},
-      {{{"TZ", "CET-1"}}, {}, {}, "GMT+01:00"},
       {{{"TZ", "<-0330>3:30"}}, {}, {}, "GMT-03:30"},
       {{{"TZ", "CET-1CEST,M3.5.0,M10.5.0/3"}}, toBerlin, {}, "UTC", 1},
-      {{{"TZ", "Mars/Olympus"}}, toBerlin, {}, "UTC", 1},
       {{{"TZ", ":/srv/zone"}}, toBerlin, {}, "UTC", 1},
       {{{"TZ", "ABC99"}}, toBerlin, {}, "UTC", 1},
   };
@@ -102,4 +77,4 @@ TEST(SystemRegion, TakesTheZoneFromTheVariableElseFromTheMachine) {
 }
 
 }  // namespace
-}  // namespace tallyvane
+}  // namespace tallyvane::testing

@@ -14,9 +14,9 @@
 #include <vector>
 
 #include "foundation/PropertyList.h"
-#include "freedesktop/TemporaryFolder.h"
 #include "freedesktop/XdgFolders.h"
 #include "support/ChildProcess.h"
+#include "support/TemporaryFolder.h"
 
 namespace tallyvane::testing {
 

@@ -1,11 +1,10 @@
 #include "common/GuardedFileStore.h"
 
 #include <gmock/gmock.h>
-#include <sys/mount.h>
 
 #include "freedesktop/PosixFileStore.h"
-#include "freedesktop/TemporaryFolder.h"
 #include "support/Fakes.h"
+#include "support/SmallDisk.h"
 
 namespace tallyvane::programs {
 namespace {
@@ -13,7 +12,6 @@ namespace {
 using namespace tallyvane::testing;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 const std::string bill = "/data/bill.plist";
 
@@ -115,22 +113,19 @@ TEST_F(GuardedFileStoreTest, FinishTellsTheFirstFailureAndWhatCouldNotBePutBack)
 }
 
 TEST(GuardedFileStoreOnAFullDisk, PutsBackWhatAnOperationChanged) {
-  TemporaryFolder folder;
-  if (::mount("tmpfs", folder.path.c_str(), "tmpfs", 0, "size=64k") != 0) {
-    GTEST_SKIP() << "mounting a small file system is not allowed here";
-  }
-  PosixFileStore files(folder.path);
+  const SmallDisk disk;
+  if (!disk.mounted) GTEST_SKIP() << "mounting a small file system is not allowed here";
+  PosixFileStore files(disk.path);
   RecordingLog log;
   GuardedFileStore guarded(files, log);
-  ASSERT_TRUE(files.save(folder.path + "/index", std::string(20'000, 'i')));
+  ASSERT_TRUE(files.save(disk.path + "/index", std::string(20'000, 'i')));
   guarded.begin();
-  EXPECT_TRUE(guarded.save(folder.path + "/bill", std::string(8'000, 'b')));
-  EXPECT_TRUE(guarded.save(folder.path + "/index", std::string(24'000, 'j')));
-  EXPECT_FALSE(guarded.save(folder.path + "/tags", std::string(40'000, 't')));
+  EXPECT_TRUE(guarded.save(disk.path + "/bill", std::string(8'000, 'b')));
+  EXPECT_TRUE(guarded.save(disk.path + "/index", std::string(24'000, 'j')));
+  EXPECT_FALSE(guarded.save(disk.path + "/tags", std::string(40'000, 't')));
   EXPECT_THAT(guarded.finish().error(), ::testing::EndsWith("No space left on device"));
-  EXPECT_THAT(*files.list(folder.path), ElementsAre("index"));
-  EXPECT_EQ(contentOf(folder.path + "/index"), std::string(20'000, 'i'));
-  ::umount2(folder.path.c_str(), MNT_DETACH);
+  EXPECT_THAT(*files.list(disk.path), ElementsAre("index"));
+  EXPECT_EQ(contentOf(disk.path + "/index"), std::string(20'000, 'i'));
 }
 
 }  // namespace
