@@ -24,6 +24,8 @@ const ListedBill* withBid(const std::vector<ListedBill>& bills, const std::strin
   return found == bills.end() ? nullptr : &*found;
 }
 
+}  // namespace
+
 void mirrorLists(const Platform& platform) {
   QMBillsLoader loader{platform};
   QMBill mirror{platform};
@@ -34,8 +36,6 @@ void mirrorLists(const Platform& platform) {
   mirror.uploadArchivedBillsToiCloud(list(key::ArchivedBills));
   mirror.uploadDeletedBillsToiCloud(list(key::DeletedBills));
 }
-
-}  // namespace
 
 void agreeTagsWithFiles(const Platform& platform) {
   if (!boolSetting(platform.defaults, key::iCloudSyncEnabled)) return;

@@ -16,6 +16,9 @@ void agreeWithFiles(const Platform& platform, const std::string& bid, const std:
 /// The same for the list of tags.
 void agreeTagsWithFiles(const Platform& platform);
 
+/// Tells the cloud store of the lists of the index.
+void mirrorLists(const Platform& platform);
+
 /// Removes what would remind of a bill that is not active.
 void removeReminders(const Platform& platform, const std::string& bid, const std::string& name);
 

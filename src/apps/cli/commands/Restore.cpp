@@ -4,7 +4,6 @@
 #include "cli/BillLookup.h"
 #include "cli/commands/Commands.h"
 #include "storage/QMBill.h"
-#include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {
 
@@ -15,19 +14,14 @@ struct Options {
   bool force = false;
 };
 
-/// Back among the active bills. The model's restoring knows archived bills only, so a deleted one is moved, and the
-/// lists that the move changed are mirrored, as the model's own movers do.
+/// Back among the active bills. The model restores archived bills only; a deleted one is moved, and the lists are
+/// mirrored then, as the model does after its own moves.
 void moveBack(const Platform& platform, const ListedBill& bill) {
   QMBill mover{platform};
   if (bill.group.key == archivedBills.key) return mover.restoreBillWithBid(bill.bid);
   mover.moveBillFromIndexToIndexNotUsingIndexAndDisableBill(bill.bid, key::DeletedBills, key::ActiveBills,
                                                             key::ArchivedBills, false);
-  QMBillsLoader loader{platform};
-  const auto list = [&](std::string_view key) {
-    return arrayOf(loader.getListOfBills(key).value_or(std::vector<std::string>()));
-  };
-  mover.uploadDeletedBillsToiCloud(list(key::DeletedBills));
-  mover.uploadActiveBillsToiCloud(list(key::ActiveBills));
+  mirrorLists(platform);
 }
 
 void restore(Session& session, const Options& options) {
