@@ -121,12 +121,6 @@ TEST(DesktopEntryFile, IsReadFromItsMainGroupWithEscapes) {
   EXPECT_FALSE(parseDesktopEntry("[Desktop Entry]\nType=Link\nURL=http://x\n"));
 }
 
-TEST(ApplicationAddress, IsMadeFromTheIdentifier) {
-  const ApplicationAddress address = applicationAddress("org.example.Bill-View.desktop");
-  EXPECT_EQ(address.name, "org.example.Bill-View");
-  EXPECT_EQ(address.objectPath, "/org/example/Bill_View");
-}
-
 TEST(InTerminal, TakesTheUsersTerminalThenTheFirstKnownOneThatIsInstalled) {
   TemporaryFolder folder;
   SessionEnvironment environment;

@@ -36,15 +36,12 @@ TEST_F(GuardedFileStoreTest, AnUnreadablePropertyListIsKeptAsideBeforeItIsReplac
   ASSERT_TRUE(guarded.save(bill, "rubbish"));
   ASSERT_TRUE(guarded.save(bill, "anything"));
   EXPECT_EQ(files.content.at(bill + ".unreadable-2"), "anything");
-}
-
-TEST_F(GuardedFileStoreTest, AListOfAnotherKindIsKeptAsideToo) {
-  GuardedFileStore guarded(files, log);
-  files.putPlist("/data/billindex.plist", Array{"A"});
-  ASSERT_TRUE(guarded.save("/data/billindex.plist", writePropertyList(Dictionary{{"ActiveBills", Array()}})));
-  EXPECT_EQ(files.plist("/data/billindex.plist.unreadable-1"), Value(Array{"A"}));
-  ASSERT_TRUE(guarded.save("/data/billindex.plist", writePropertyList(Dictionary{})));
-  EXPECT_FALSE(files.exists("/data/billindex.plist.unreadable-2"));
+  // A list of another kind is none that the product could have written; one of the same kind is simply replaced.
+  files.putPlist(bill, Array{"A"});
+  ASSERT_TRUE(guarded.save(bill, writePropertyList(Dictionary{{"ActiveBills", Array()}})));
+  EXPECT_EQ(files.plist(bill + ".unreadable-3"), Value(Array{"A"}));
+  ASSERT_TRUE(guarded.save(bill, writePropertyList(Dictionary{})));
+  EXPECT_FALSE(files.exists(bill + ".unreadable-4"));
 }
 
 TEST_F(GuardedFileStoreTest, WhatCannotBeKeptAsideIsNotReplaced) {
