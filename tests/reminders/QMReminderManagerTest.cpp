@@ -1,8 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "reminders/QMReminderManager.h"
-#include "support/Bills.h"
+#include "support/Reminders.h"
 
 namespace tallyvane::testing {
 namespace {
@@ -10,26 +9,6 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-/// An instant that reads as this on a clock in New York in winter.
-Date winterTime(int year, unsigned month, unsigned day, int hour, int minute) {
-  return std::chrono::sys_days{std::chrono::year{year} / month / day} + std::chrono::hours{hour + 5} +
-         std::chrono::minutes{minute};
-}
-
-struct Reminders : ::testing::Test {
-  Reminders() {
-    desktop.defaults.content.set("QMCalendarList", Array{"Home", "Bills"});
-    desktop.defaults.content.set("QMReminderCalendarNumber", 1);
-    desktop.defaults.content.set("QMReminderTime", winterTime(2000, 1, 1, 9, 30));
-    desktop.defaults.content.set("QMReminderEvents", true);
-    desktop.defaults.content.set("QMEnableNotificationCenter", true);
-  }
-  static Dictionary reminding(const std::string& bid, const std::string& name, Date due) {
-    return with(bill(bid, name, due), "RemindMe", true);
-  }
-  FakeDesktop desktop;
-};
 
 TEST_F(Reminders, PlaceAnAllDayEventWithOneAlarmAndANotification) {
   desktop.calendars.defaultAlarms = {{distantPast, "Bell"}};

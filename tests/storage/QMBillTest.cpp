@@ -190,28 +190,35 @@ TEST(QMBill, GoesOnAfterAnyFailedWrite) {
   }
 }
 
-TEST(QMBill, WritingAndRewritingReplaceTheReminders) {
+TEST(QMBill, EveryOperationLeavesTheRemindersThatItShould) {
   FakeDesktop desktop;
-  desktop.defaults.content.set("QMEnableNotificationCenter", true);
-  desktop.defaults.content.set("QMReminderEvents", true);
+  for (const char* wanted : {"QMEnableNotificationCenter", "QMReminderEvents"})
+    desktop.defaults.content.set(wanted, true);
   desktop.defaults.content.set("QMCalendarList", Array{"Bills"});
-  const auto reminders = [&] {
-    return std::pair(desktop.calendars.eventList.size(), desktop.notifications.scheduledList.size());
+  const auto placed = [&] {
+    return std::vector{desktop.calendars.eventList.size(), desktop.notifications.scheduledList.size()};
   };
-  const auto one = std::pair<std::size_t, std::size_t>(1, 1);
   const Dictionary reminding = with(bill("A1", "Rent", daysFromToday(5)), "RemindMe", true);
   QMBill object = billObject(desktop.platform, "A1", "Rent", daysFromToday(5));
   object.remindMe = Value(true);
-  object.writeBill(false);
-  object.writeBill(false);
-  EXPECT_EQ(reminders(), one);
+  for (int twice = 0; twice < 2; ++twice) {
+    object.writeBill(false);
+    EXPECT_THAT(placed(), ElementsAre(1, 1));
+    object.rewriteSpecificBillWithoutUpdatingiCloud(reminding);
+    EXPECT_THAT(placed(), ElementsAre(1, 1));
+  }
+  object.archiveBillWithBid("A1");
+  EXPECT_THAT(placed(), ElementsAre(0, 0));
+  object.restoreBillWithBid("A1");
+  EXPECT_THAT(placed(), ElementsAre(0, 0)) << "restoring makes none";
   object.rewriteSpecificBill(reminding);
-  object.rewriteSpecificBillWithoutUpdatingiCloud(reminding);
-  EXPECT_EQ(reminders(), one);
   object.saveSpecificKeyWithValueForBill("DueDate", daysFromToday(6), "A1");
-  EXPECT_EQ(desktop.notifications.scheduledList.size(), 2U) << "saving one key leaves the earlier ones";
+  EXPECT_THAT(placed(), ElementsAre(2, 2)) << "saving one key leaves the earlier ones";
+  object.deleteBillWithBid("A1");
+  EXPECT_THAT(placed(), ElementsAre(0, 0));
+  object.rewriteSpecificBill(reminding);
   object.rewriteSpecificBill(with(reminding, "RemindMe", false));
-  EXPECT_EQ(reminders(), (std::pair<std::size_t, std::size_t>(0, 0)));
+  EXPECT_THAT(placed(), ElementsAre(0, 0));
 }
 
 TEST(QMBill, DeletingAnUnknownBillWritesNothingButMirrorsTheDeletedList) {
@@ -222,32 +229,6 @@ TEST(QMBill, DeletingAnUnknownBillWritesNothingButMirrorsTheDeletedList) {
   EXPECT_TRUE(desktop.files.saved.empty());
   EXPECT_EQ(desktop.cloud.object("deletedbills"), Value(Array{"C"}));
   EXPECT_THAT(desktop.log.lines, ElementsAre("Updated Deleted Bills to iCloud"));
-}
-
-TEST(QMBill, DisablingRemovesRemindersAndRestoringMakesNone) {
-  FakeDesktop desktop;
-  desktop.defaults.content.set("QMEnableNotificationCenter", true);
-  desktop.defaults.content.set("QMReminderEvents", true);
-  desktop.defaults.content.set("QMCalendarList", Array{"Bills"});
-  QMBill object = billObject(desktop.platform, "A1", "Rent", daysFromToday(5));
-  object.remindMe = Value(true);
-  object.writeBill(false);
-  ASSERT_EQ(desktop.notifications.scheduledList.size(), 1U);
-  ASSERT_EQ(desktop.calendars.eventList.size(), 1U);
-  object.archiveBillWithBid("A1");
-  EXPECT_TRUE(desktop.notifications.scheduledList.empty());
-  EXPECT_TRUE(desktop.calendars.eventList.empty());
-  object.restoreBillWithBid("A1");
-  EXPECT_TRUE(desktop.notifications.scheduledList.empty());
-  for (const bool archived : {false, true}) {
-    object.writeBill(false);
-    if (archived)
-      object.moveBillFromIndexToIndexNotUsingIndexAndDisableBill("A1", "ActiveBills", "ArchivedBills", "DeletedBills",
-                                                                 false);
-    ASSERT_EQ(desktop.notifications.scheduledList.size(), 1U);
-    object.deleteBillWithBid("A1");
-    EXPECT_TRUE(desktop.notifications.scheduledList.empty());
-  }
 }
 
 TEST(QMBill, EmptyingTheIndexWritesThreeEmptyListsAndKeepsTheFiles) {

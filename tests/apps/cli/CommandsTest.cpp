@@ -1,6 +1,6 @@
 #include <nlohmann/json.hpp>
 
-#include "apps/cli/CliDesktop.h"
+#include "support/CliDesktop.h"
 #include "platform/PropertyListFile.h"
 
 namespace tallyvane::testing {

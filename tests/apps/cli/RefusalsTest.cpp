@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "apps/cli/CliDesktop.h"
+#include "support/CliDesktop.h"
 
 namespace tallyvane::testing {
 namespace {
