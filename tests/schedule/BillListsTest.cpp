@@ -119,16 +119,14 @@ TEST(BillLists, ABillWithoutDueDateIsListedWithEmptyTextsAndStandsInNoSection) {
 TEST(BillLists, SectionsAreCountedByDayAndTitledInOrder) {
   struct Case {
     std::vector<int> dueIn;
-    std::vector<std::int32_t> counts;
+    std::int32_t overdue, soon, later;
     Array perSection;
-    std::vector<std::string> titles;
+    std::string title1, title2;
   };
-  const Case cases[] = {
-      {{-1, -9, 8, 9, 30, 60, 10001}, {2, 0, 5}, {2, 5}, {"Overdue", "Due Later", "Due Later"}},
-      {{0, 7}, {0, 2, 0}, {2}, {"Due Soon", "", "Due Later"}},
-      {{-1, 0, 8}, {1, 1, 1}, {1, 1, 1}, {"Overdue", "Due Soon", "Due Later"}},
-      {{}, {0, 0, 0}, {}, {"", "", "Due Later"}},
-  };
+  const Case cases[] = {{{-1, -9, 8, 9, 30, 60, 10001}, 2, 0, 5, {2, 5}, "Overdue", "Due Later"},
+                        {{0, 7}, 0, 2, 0, {2}, "Due Soon", ""},
+                        {{-1, 0, 8}, 1, 1, 1, {1, 1, 1}, "Overdue", "Due Soon"},
+                        {{}, 0, 0, 0, {}, "", ""}};
   for (const Case& c : cases) {
     FakeDesktop desktop;
     desktop.region.timeZone = "UTC";  // every day has 24 hours
@@ -136,18 +134,18 @@ TEST(BillLists, SectionsAreCountedByDayAndTitledInOrder) {
     std::vector<Dictionary> rows;
     for (const int days : c.dueIn) rows.push_back(bill("A", "Rent", daysFromToday(days)));
     const QMBillsLoader loader{desktop.platform};
-    const Dictionary details = loader.dataSourceDetailsForDataSource(rows);
-    EXPECT_EQ(details, (Dictionary{{"RowsInOverdue", c.counts[0]},
-                                   {"RowsInDueSoon", c.counts[1]},
-                                   {"RowsInDueLater", c.counts[2]},
-                                   {"OverdueSectionExists", c.counts[0] > 0},
-                                   {"DueSoonSectionExists", c.counts[1] > 0},
-                                   {"DueLaterSectionExists", c.counts[2] > 0},
-                                   {"TotalSections", c.perSection.size()},
-                                   {"RowsPerSection", c.perSection},
-                                   {"Section1", c.titles[0]},
-                                   {"Section2", c.titles[1]},
-                                   {"Section3", c.titles[2]}}));
+    const Dictionary expected = {{"RowsInOverdue", c.overdue},
+                                 {"RowsInDueSoon", c.soon},
+                                 {"RowsInDueLater", c.later},
+                                 {"OverdueSectionExists", c.overdue > 0},
+                                 {"DueSoonSectionExists", c.soon > 0},
+                                 {"DueLaterSectionExists", c.later > 0},
+                                 {"TotalSections", c.perSection.size()},
+                                 {"RowsPerSection", c.perSection},
+                                 {"Section1", c.title1},
+                                 {"Section2", c.title2},
+                                 {"Section3", "Due Later"}};
+    EXPECT_EQ(loader.dataSourceDetailsForDataSource(rows), expected);
     EXPECT_THAT(desktop.log.lines, ElementsAre("Bills: " + std::to_string(rows.size())));
     EXPECT_EQ(loader.sectionCountForData(rows), 3);
   }
@@ -194,19 +192,13 @@ TEST(BillLists, AnAmountBelowOneCountsAsNone) {
 TEST(BillLists, LookUpRangesAndIcons) {
   FakeDesktop desktop;
   const QMBillsLoader loader{desktop.platform};
-  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(0), 5);
-  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(1), 14);
-  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(2), 30);
-  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(3), 10000);
-  EXPECT_EQ(loader.returnBillsToDisplayFromIndex(static_cast<std::uint64_t>(-1)), 10000);
+  const std::pair<std::uint64_t, std::int64_t> ranges[] = {{0, 5}, {1, 14}, {2, 30}, {3, 10000}, {~0ULL, 10000}};
+  for (const auto& [choice, days] : ranges) EXPECT_EQ(loader.returnBillsToDisplayFromIndex(choice), days);
   EXPECT_EQ(loader.getIndexForIcon("bill_medical.png"), 5);
   EXPECT_EQ(loader.getIndexForIcon("bill_rental.png"), 0);
   EXPECT_EQ(iconCatalogue().size(), 31U);
-  const auto furniture = loader.getTitleForIcon("32x32-Furtinure");
-  ASSERT_TRUE(furniture);
-  EXPECT_EQ(furniture->index, 19);
-  EXPECT_EQ(furniture->title, "Furniture");
-  EXPECT_EQ(loader.getTitleForIcon("32x32-Credticard-B")->title, "Credit Card - Other");
+  EXPECT_EQ(loader.getTitleForIcon("32x32-Furtinure").value().index, 19);
+  EXPECT_EQ(loader.getTitleForIcon("32x32-Credticard-B").value().title, "Credit Card - Other");
   EXPECT_FALSE(loader.getTitleForIcon("32x32-Furniture"));
 }
 
