@@ -66,8 +66,10 @@ class XmlScanner {
   Tag readTag() {
     if (at_ == end_ || *at_ != '<') refuseNoTag();
     const char* const start = ++at_;
+    const char* at = start;
     std::uint64_t code = 0;
-    for (; at_ != end_ && xmlNameCharacters.has(*at_); ++at_) code = code << 8 | byteOf(*at_);
+    for (; at != end_ && xmlNameCharacters.has(*at); ++at) code = code << 8 | byteOf(*at);
+    at_ = at;
     const std::string_view name(start, static_cast<std::size_t>(at_ - start));
     if (at_ == end_ || *at_ != '>' || name.empty()) return finishTag(name);
     ++at_;
@@ -101,10 +103,17 @@ class XmlScanner {
   }
   void need(std::string_view mark, std::string_view where);
 
+  /// Where the characters of the set end that stand from `at` on.
+  [[nodiscard]] const char* endOfRun(const ByteSet& set, const char* at) const {
+    const char* const end = end_;
+    while (at != end && set.has(*at)) ++at;
+    return at;
+  }
+
   /// Whether there was any.
   bool skipSpace() {
     const char* const start = at_;
-    while (at_ != end_ && xmlSpaces.has(*at_)) ++at_;
+    at_ = endOfRun(xmlSpaces, start);
     return at_ != start;
   }
   void skipComments();
