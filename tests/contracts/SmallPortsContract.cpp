@@ -3,12 +3,9 @@
 #include <set>
 
 #include "freedesktop/FileBookmarks.h"
-#include "freedesktop/InstalledResources.h"
-#include "freedesktop/PosixFileStore.h"
 #include "freedesktop/QueuedMainQueue.h"
 #include "freedesktop/SystemRandom.h"
-#include "support/Fakes.h"
-#include "support/TemporaryFolder.h"
+#include "support/SmallResources.h"
 
 namespace tallyvane::testing {
 namespace {
@@ -59,25 +56,6 @@ TYPED_TEST(MainQueueContract, WorkRunsLaterAndInTheOrderPosted) {
   EXPECT_EQ(ran, "123");
 }
 
-struct ResourcesInMemory : FakeResources {
-  std::string rent = "/pictures/rent.png";
-  ResourcesInMemory() {
-    pictures["rent"] = rent;
-    texts["template.html"] = "<p>";
-  }
-};
-struct ResourcesOnDisk {
-  TemporaryFolder folder;
-  std::string rent = folder.path + "/pictures/rent.png";
-};
-struct ResourcesInstalled : ResourcesOnDisk, PosixFileStore, InstalledResources {
-  ResourcesInstalled()
-      : PosixFileStore(folder.path), InstalledResources({folder.path + "/no such folder", folder.path}, *this) {
-    for (const char* name : {"/pictures", "/texts"}) (void)createFolder(folder.path + name);
-    put(rent, "PNG");
-    put(folder.path + "/texts/template.html", "<p>");
-  }
-};
 template <typename Port>
 struct ResourcesContract : Suite<Port> {};
 using AllResources = ::testing::Types<ResourcesInMemory, ResourcesInstalled>;

@@ -17,21 +17,17 @@ const std::vector<std::string> allKeys = {"Name",        "Bid",          "Icon",
                                           "PaymentList", "ReminderDays", "Balance",   "Interest", "Notes",
                                           "Tags",        "Amount",       "PayType",   "Rev"};
 
-TEST(QMBill, WritesAllNineteenKeysInOrderAndEntersANewIndex) {
+TEST(QMBill, WritesAllNineteenKeysInOrderUpToTheFirstMissingOne) {
   FakeDesktop desktop;
   billObject(desktop.platform, "A1", "Rent", daysFromToday(1)).writeBill(false);
   EXPECT_EQ(keysOf(fileOf(desktop, "A1.plist")), allKeys);
   EXPECT_EQ(fileOf(desktop, "A1.plist"), bill("A1", "Rent", daysFromToday(1)));
   EXPECT_EQ(indexOf(desktop), index({"A1"}, {}, {}));
   EXPECT_THAT(keysOf(indexOf(desktop)), ElementsAre("ActiveBills", "DeletedBills", "ArchivedBills"));
-}
-
-TEST(QMBill, TheFileEndsAtTheFirstMissingProperty) {
-  FakeDesktop desktop;
-  QMBill short_ = billObject(desktop.platform, "A1", "Rent", daysFromToday(1));
-  short_.icon.reset();
-  short_.writeBill(false);
-  EXPECT_EQ(keysOf(fileOf(desktop, "A1.plist")), (std::vector<std::string>{"Name", "Bid"}));
+  QMBill unfinished = billObject(desktop.platform, "A2", "Rent", daysFromToday(1));
+  unfinished.icon.reset();
+  unfinished.writeBill(false);
+  EXPECT_THAT(keysOf(fileOf(desktop, "A2.plist")), ElementsAre("Name", "Bid")) << "ends at the first missing property";
 }
 
 TEST(QMBill, WritingLogsItsFixedLinesInOrder) {
@@ -228,7 +224,6 @@ TEST(QMBill, DeletingAnUnknownBillWritesNothingButMirrorsTheDeletedList) {
   QMBill{desktop.platform}.deleteBillWithBid("A");
   EXPECT_TRUE(desktop.files.saved.empty());
   EXPECT_EQ(desktop.cloud.object("deletedbills"), Value(Array{"C"}));
-  EXPECT_THAT(desktop.log.lines, ElementsAre("Updated Deleted Bills to iCloud"));
 }
 
 TEST(QMBill, EmptyingTheIndexWritesThreeEmptyListsAndKeepsTheFiles) {
