@@ -65,19 +65,20 @@ Dictionary withoutDisplayKeys(Dictionary bill) {
   return bill;
 }
 
-/// The index with the bill among the active ones and no longer among the archived. "DeletedBills" stays as it is, so a
-/// bill may stand in both; deliberate.
+/// A list of the index, to be changed in place: it may be long. One that is missing is made, empty.
+Array& listIn(Dictionary& index, std::string_view key) {
+  if (index.get<Array>(key) == nullptr) index.set(key, Array());
+  return *index.get<Array>(key);
+}
+
+/// Puts the bill among the active ones and takes it out of the archived. "DeletedBills" stays as it is, so a bill may
+/// stand in both; deliberate.
 void enterActive(Dictionary& index, const std::string& bid, Log& log) {
   const Value identifier(bid);
-  Array archived = index.valueOr(key::ArchivedBills, Array());
-  std::erase(archived, identifier);
-  index.set(key::ArchivedBills, std::move(archived));
+  std::erase(listIn(index, key::ArchivedBills), identifier);
   log.line("Speed2");
-  Array active = index.valueOr(key::ActiveBills, Array());
-  if (std::find(active.begin(), active.end(), identifier) == active.end()) {
-    active.push_back(identifier);
-    index.set(key::ActiveBills, std::move(active));
-  }
+  Array& active = listIn(index, key::ActiveBills);
+  if (std::find(active.begin(), active.end(), identifier) == active.end()) active.push_back(identifier);
   log.line("Speed3");
 }
 
@@ -96,9 +97,10 @@ Array writeIndexWith(const Platform& platform, const std::string& bid) {
     index->set(key::DeletedBills, Array());
     index->set(key::ArchivedBills, Array());
   }
-  (void)savePropertyListFile(platform.files, path, *index);
+  Value content(std::move(*index));
+  (void)savePropertyListFile(platform.files, path, content);
   log.line("Speed4");
-  return index->valueOr(key::ActiveBills, Array());
+  return std::move(listIn(*content.get<Dictionary>(), key::ActiveBills));
 }
 
 /// Whether the identifier names a file of the data folder; the log says so if not.

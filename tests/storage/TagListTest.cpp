@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "storage/QMBillsLoader.h"
 #include "support/Bills.h"
 
@@ -9,23 +11,18 @@ namespace {
 using Tags = std::vector<std::string>;
 
 TEST(TagList, MergingKeepsTheSortedOldTagsAndAppendsTheNew) {
-  struct Case {
-    Array stored;
-    Tags saved;
-    Array result;
-  };
-  const Case cases[] = {
+  const std::tuple<Array, Tags, Array> cases[] = {
       {{"b", "A"}, {"c", "a"}, {"A", "b", "c", "a"}},
       {{}, {"x", "x"}, {"x", "x"}},
       {{"Été", "eta", "Zoo"}, {"zoo", "Zoo"}, {"eta", "Été", "Zoo", "zoo"}},
   };
-  for (const Case& c : cases) {
+  for (const auto& [stored, saved, result] : cases) {
     FakeDesktop desktop;
     desktop.defaults.content.set("iCloudSyncEnabled", true);
-    desktop.files.putPlist(inDataFolder("tagindex.plist"), c.stored);
-    QMBillsLoader{desktop.platform}.saveListOfTagsWithTags(c.saved);
-    EXPECT_EQ(desktop.files.plist(inDataFolder("tagindex.plist")), Value(c.result));
-    EXPECT_EQ(desktop.cloud.object("tagindex"), Value(c.result));
+    desktop.files.putPlist(inDataFolder("tagindex.plist"), stored);
+    QMBillsLoader{desktop.platform}.saveListOfTagsWithTags(saved);
+    EXPECT_EQ(desktop.files.plist(inDataFolder("tagindex.plist")), Value(result));
+    EXPECT_EQ(desktop.cloud.object("tagindex"), Value(result));
   }
 }
 

@@ -1,7 +1,7 @@
 #include <nlohmann/json.hpp>
 
-#include "support/CliDesktop.h"
 #include "platform/PropertyListFile.h"
+#include "support/CliDesktop.h"
 
 namespace tallyvane::testing {
 namespace {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "foundation/Calendar.h"
+#include "support/Dates.h"
 
 namespace tallyvane::cli {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 
 Region regionOf(std::string locale, std::string zone = "America/New_York") {
-  return {.locale = std::move(locale), .timeZone = std::move(zone), .words = {}};
+  return testing::regionOf(std::move(locale), std::move(zone));
 }
 
 // Wednesday, 10 March 2027, late in the evening of New York: already Thursday in UTC.
@@ -24,9 +25,8 @@ std::string dayOf(const Region& region, std::string_view text) {
   if (!date) return "";
   const Calendar& calendar = Calendar::of(region);
   EXPECT_EQ(calendar.startOfDay(*date), *date) << text;
-  const std::chrono::year_month_day day{calendar.civilDay(*date)};
-  return std::to_string(int{day.year()}) + "-" + std::to_string(unsigned{day.month()}) + "-" +
-         std::to_string(unsigned{day.day()});
+  const std::string day = testing::textOf(Date{calendar.civilDay(*date).time_since_epoch()});
+  return day.substr(0, day.find(' '));
 }
 
 TEST(DueDateInput, UnderstandsWhatPeopleTypeInTheirLocale) {
