@@ -52,7 +52,8 @@ class PrivateSession {
             "XDG_DATA_DIRS=" + dataDirs,
             "XDG_CONFIG_DIRS=" + folder.path + "/system",
             "DBUS_SESSION_BUS_ADDRESS=" + address,
-            "TERMINAL=" + folder.path + "/terminal"};
+            "TERMINAL=" + folder.path + "/terminal",
+            "LSAN_OPTIONS=" + processEnvironment()("LSAN_OPTIONS").value_or("")};
   }
   [[nodiscard]] Environment environment() const {
     return [all = variables()](std::string_view name) -> std::optional<std::string> {

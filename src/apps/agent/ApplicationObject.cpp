@@ -11,6 +11,16 @@ constexpr const char* applicationPath = "/com/Quillmoor/Tallyvane";
 constexpr const char* applicationInterface = "org.freedesktop.Application";
 using PlatformData = std::map<std::string, sdbus::Variant>;
 
+bool hasOwner(sdbus::IConnection& connection) {
+  bool owned = false;
+  sdbus::createProxy(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus")
+      ->callMethod("NameHasOwner")
+      .onInterface("org.freedesktop.DBus")
+      .withArguments(std::string(applicationName))
+      .storeResultsTo(owned);
+  return owned;
+}
+
 }  // namespace
 
 ApplicationObject::ApplicationObject(sdbus::IConnection& connection, std::function<void()> activated)
@@ -33,17 +43,11 @@ ApplicationObject::ApplicationObject(sdbus::IConnection& connection, std::functi
 }
 
 bool ApplicationObject::takeName() {
-  bool owned = false;
-  auto daemon = sdbus::createProxy(connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus");
   try {
     connection_.requestName(applicationName);
     return true;
   } catch (const sdbus::Error&) {
-    daemon->callMethod("NameHasOwner")
-        .onInterface("org.freedesktop.DBus")
-        .withArguments(std::string(applicationName))
-        .storeResultsTo(owned);
-    if (!owned) throw;
+    if (!hasOwner(connection_)) throw;
     return false;
   }
 }

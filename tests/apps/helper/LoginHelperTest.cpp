@@ -57,8 +57,8 @@ TEST(LoginHelper, EndsWhenTheApplicationNeverReplies) {
   const auto dead = session.connect();
   dead->requestName("com.example.Dead");
   RecordingLog log;
-  helper::runLoginHelper(session.environment(), log, 2000ms);
-  EXPECT_THAT(log.diagnostics, ElementsAre(HasSubstr("com.example.Dead did not answer within 2000 ms")));
+  helper::runLoginHelper(session.environment(), log, 2s);
+  EXPECT_THAT(log.diagnostics, ElementsAre(HasSubstr("com.example.Dead did not answer within 2 s")));
 }
 
 TEST(LoginHelperDeathTest, EndsWhenTheBusTakesTheConnectionAndSaysNothing) {
