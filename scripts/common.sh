@@ -26,14 +26,15 @@ configured_here() {
   [ -f "build/$1/build.ninja" ] && grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "build/$1/CMakeCache.txt"
 }
 
-# build PRESET [TARGET…]: one short line per step on standard error, and none when nothing is to be done.
+# build PRESET [TARGET…]: one short line per step on standard error, and none when nothing is to be done. Steps without a
+# comment of their own, which ninja shows as "cd … && …", are looked at in every build and stay unsaid.
 build() {
   local preset=$1
   shift
   local targets=()
   [ $# -eq 0 ] || targets=(--target "$@")
   cmake --build --preset "$preset" "${targets[@]}" 2>&1 | sed --unbuffered --regexp-extended \
-    '/^ninja: no work to do|Re-checking globbed directories|^ninja: Entering directory/d; s/Building CXX object .*\.dir\/(.*)\.o$/\1/; s/Linking CXX (executable|static library) .*\//linking /' >&2 ||
+    '/^ninja: no work to do|Re-checking globbed directories|^ninja: Entering directory|^\[[0-9/]+\] cd /d; s/Building CXX object .*\.dir\/(.*)\.o$/\1/; s/Linking CXX (executable|static library) .*\//linking /' >&2 ||
     fail "Building build/$preset failed."
 }
 
