@@ -45,8 +45,7 @@ TEST_F(Reminders, RingAtTheChosenTimeOnTheWallDaysBeforeTheDueDay) {
   struct Case {
     Value days;
     std::optional<Value> time;
-    Date due;
-    Date alarm;
+    Date due, alarm;
   };
   const Value halfPastNine = winterTime(2000, 1, 1, 9, 30);
   const Case cases[] = {

@@ -73,8 +73,7 @@ TEST(DueDates, TextsEndTenThousandDaysAway) {
 
 TEST(DueDates, IconsFollowDayHorizonAndPaymentType) {
   struct Case {
-    Value sortNumber;
-    Value payType;
+    Value sortNumber, payType;
     std::optional<int> horizon;
     const char* icon;
     const char* widgetIcon;

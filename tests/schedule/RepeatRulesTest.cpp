@@ -33,8 +33,7 @@ TEST(RepeatRules, ReadBackAsChoicesAndSentencesOfTheUsersWords) {
   desktop.region.words = bracketed;
   struct Case {
     std::optional<Array> rule;
-    Selection ten;
-    Selection desktopMenu;
+    Selection ten, desktopMenu;
     std::optional<std::string> sentence;
   };
   const Case cases[] = {
