@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "freedesktop/FileBookmarks.h"
 #include "freedesktop/QueuedMainQueue.h"
-#include "freedesktop/SystemRandom.h"
 #include "support/SmallResources.h"
 
 namespace tallyvane::testing {
@@ -27,13 +24,6 @@ TYPED_TEST(BookmarksContract, ABookmarkResolvesToItsFolderWhetherOrNotThatIsTher
   for (const std::string text : {"", "rubbish", "<plist><string>file:///a</string></plist>"}) {
     EXPECT_FALSE(this->port.resolve(Data{{text.begin(), text.end()}})) << text;
   }
-}
-
-TEST(Random, NoDrawComesTwice) {
-  SystemRandom random;
-  std::set<std::array<std::uint8_t, 16>> draws;
-  for (int i = 0; i < 1000; ++i) draws.insert(random.bytes16());
-  EXPECT_EQ(draws.size(), 1000U);
 }
 
 void runWaiting(FakeMainQueue& queue) { queue.run(); }

@@ -1,7 +1,6 @@
 // Where the user's folders and the installed files lie, and what reaches the log.
 #include <gmock/gmock.h>
 
-#include "freedesktop/InstalledResources.h"
 #include "freedesktop/SystemLog.h"
 #include "freedesktop/XdgFolders.h"
 #include "support/TextTable.h"
@@ -32,13 +31,6 @@ TEST(XdgFolders, WithoutAHomeNoPathIsAbsolute) {
     EXPECT_THAT(folders.dataDirs, ElementsAre("/usr/local/share", "/usr/share"));
   }
   EXPECT_EQ(foldersWith({{"HOME", "/"}}).stateHome, "/.local/state");
-}
-
-TEST(InstalledResources, AreLookedForBesideTheProgramFirst) {
-  const XdgFolders folders = foldersWith({{"XDG_DATA_DIRS", "/usr/share"}});
-  EXPECT_THAT(resourceFolders("/opt/t/bin/tallyvane", folders),
-              ElementsAre("/opt/t/share/tallyvane", "/usr/share/tallyvane"));
-  EXPECT_THAT(resourceFolders("", folders), ElementsAre("/usr/share/tallyvane"));
 }
 
 TEST(SystemLog, ShowsOnStandardErrorOnlyWhenVerbose) {

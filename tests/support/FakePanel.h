@@ -88,6 +88,7 @@ class FakePanel {
   template <typename... Arguments, typename... Results>
   std::optional<std::string> call(const std::string& path, const std::string& interface, const std::string& method,
                                   const std::tuple<Arguments...>& arguments, Results&... results) {
+    if (registered.empty()) return "no item";
     auto proxy = sdbus::createProxy(*connection_, registered.back(), path);
     std::optional<std::string> failure = "no answer";
     bool answered = false;
