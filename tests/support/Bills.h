@@ -14,7 +14,8 @@ inline std::string inDataFolder(const std::string& name) { return dataFolder + "
 
 /// Noon of a day in New York in winter, 13:00 in summer.
 inline Date noon(int year, unsigned month, unsigned day) {
-  return std::chrono::sys_days{std::chrono::year{year} / month / day} + std::chrono::hours{17};
+  return std::chrono::sys_days{std::chrono::year{year} / std::chrono::month{month} / std::chrono::day{day}} +
+         std::chrono::hours{17};
 }
 
 inline Date daysFromToday(int days) { return noon(2027, 3, 10) + std::chrono::days{days}; }

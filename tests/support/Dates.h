@@ -13,7 +13,7 @@ inline Region regionOf(std::string locale, std::string zone = "UTC") {
 }
 
 inline CivilDay civil(int year, unsigned month, unsigned day) {
-  return std::chrono::local_days{std::chrono::year{year} / month / day};
+  return std::chrono::local_days{std::chrono::year{year} / std::chrono::month{month} / std::chrono::day{day}};
 }
 
 inline Date utc(int year, unsigned month, unsigned day, std::chrono::minutes time = {}) {

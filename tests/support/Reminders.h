@@ -10,8 +10,8 @@ namespace tallyvane::testing {
 
 /// An instant that reads as this on a clock in New York in winter.
 inline Date winterTime(int year, unsigned month, unsigned day, int hour, int minute) {
-  return std::chrono::sys_days{std::chrono::year{year} / month / day} + std::chrono::hours{hour + 5} +
-         std::chrono::minutes{minute};
+  return std::chrono::sys_days{std::chrono::year{year} / std::chrono::month{month} / std::chrono::day{day}} +
+         std::chrono::hours{hour + 5} + std::chrono::minutes{minute};
 }
 
 struct Reminders : ::testing::Test {
