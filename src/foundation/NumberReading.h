@@ -53,6 +53,10 @@ namespace tallyvane {
 }
 [[nodiscard]] inline bool boolValue(const Dictionary& from, std::string_view key) { return boolValue(from.find(key)); }
 
+/// Whether the left number is below the right one, compared exactly whatever the two kinds; what has no number reads as
+/// 0, and not a number is below all others.
+[[nodiscard]] bool isNumberBelow(const Value* left, const Value* right);
+
 /// Whether the value has a number to read at all: boolean, integer, real or string.
 [[nodiscard]] bool canReadNumber(const Value& value);
 

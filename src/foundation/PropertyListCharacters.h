@@ -38,6 +38,12 @@ class ByteSet {
   std::array<bool, 256> flags_{};
 };
 
+/// Where the characters of the set end that stand from `at` on.
+[[nodiscard]] inline const char* endOfRun(const ByteSet& set, const char* at, const char* end) {
+  while (at != end && set.has(*at)) ++at;
+  return at;
+}
+
 inline constexpr ByteSet xmlSpaces(" \t\n\r");
 inline constexpr ByteSet xmlNameCharacters("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.:");
 inline constexpr ByteSet plainTextCharacters = ByteSet::plainText();

@@ -91,15 +91,12 @@ class Writer {
   void text(std::string_view content) {
     const char* const end = content.data() + content.size();
     const char* run = content.data();  // what is not written yet
-    for (const char* at = run; at != end;) {
-      const char character = *at;
-      std::size_t length = plainTextCharacters.has(character) ? 1 : 0;
-      if (byteOf(character) >= 0x80) length = multiByteLength(at, end);
+    for (const char* at = run; (at = endOfRun(plainTextCharacters, at, end)) != end;) {
+      const std::size_t length = byteOf(*at) >= 0x80 ? multiByteLength(at, end) : 0;
       if (length == 0) {
         out_.append(run, at);
-        out_ += escape(character);
-        run = at + 1;
-        length = 1;
+        out_ += escape(*at);
+        run = ++at;
       }
       at += length;
     }

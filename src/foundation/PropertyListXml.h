@@ -103,17 +103,10 @@ class XmlScanner {
   }
   void need(std::string_view mark, std::string_view where);
 
-  /// Where the characters of the set end that stand from `at` on.
-  [[nodiscard]] const char* endOfRun(const ByteSet& set, const char* at) const {
-    const char* const end = end_;
-    while (at != end && set.has(*at)) ++at;
-    return at;
-  }
-
   /// Whether there was any.
   bool skipSpace() {
     const char* const start = at_;
-    at_ = endOfRun(xmlSpaces, start);
+    at_ = endOfRun(xmlSpaces, start, end_);
     return at_ != start;
   }
   void skipComments();

@@ -31,7 +31,7 @@ std::string XmlScanner::readText(Tag tag) {
   const char* run = at_;  // what is not in the text yet
   std::string text;
   for (;;) {
-    at_ = endOfRun(plainTextCharacters, at_);
+    at_ = endOfRun(plainTextCharacters, at_, end_);
     if (at_ == end_) refuse("");
     if (byteOf(*at_) >= 0x80 || *at_ == '>') {
       if (*at_ == '>' && at_ - run >= 2 && at_[-1] == ']' && at_[-2] == ']') refuse("\"]]>\" may not be in a text");

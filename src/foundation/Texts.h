@@ -15,6 +15,8 @@ namespace tallyvane {
 
 /// The date in the pattern that the locale makes of a template such as "EEEMMMdyyyy", in the region's zone.
 [[nodiscard]] std::string formattedDate(const Region& region, Date date, std::string_view templateLetters);
+/// The date in exactly this pattern, such as "MMM d", with the locale's names and digits, in the region's zone.
+[[nodiscard]] std::string dateInPattern(const Region& region, Date date, std::string_view pattern);
 
 /// A number in the locale's currency or decimal style. Integers are written exactly; an absent number (null) is 0.
 [[nodiscard]] std::string currencyText(const Region& region, const Value* number);

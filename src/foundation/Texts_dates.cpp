@@ -17,20 +17,36 @@ class DateTexts {
  public:
   explicit DateTexts(const Region& region) : region_{region.locale, region.timeZone, {}} {}
 
-  icu::SimpleDateFormat& formatFor(std::string_view templateLetters) {
-    for (const auto& [letters, format] : formats_)
-      if (letters == templateLetters) return *format;
-    return *formats_.emplace_back(templateLetters, makeFormat(templateLetters)).second;
+  icu::SimpleDateFormat& formatOfTemplate(std::string_view letters) {
+    return formatIn(ofTemplates_, letters, [&] { return bestPattern(letters); });
+  }
+  icu::SimpleDateFormat& formatOfPattern(std::string_view pattern) {
+    return formatIn(ofPatterns_, pattern, [&] { return unicodeOf(pattern); });
   }
 
  private:
-  std::unique_ptr<icu::SimpleDateFormat> makeFormat(std::string_view templateLetters) {
-    const icu::Locale locale(region_.locale.c_str());
+  using Formats = std::vector<std::pair<std::string, std::unique_ptr<icu::SimpleDateFormat>>>;
+
+  template <typename MakePattern>
+  icu::SimpleDateFormat& formatIn(Formats& formats, std::string_view name, MakePattern makePattern) {
+    for (const auto& [known, format] : formats)
+      if (known == name) return *format;
+    return *formats.emplace_back(name, makeFormat(makePattern())).second;
+  }
+
+  icu::UnicodeString bestPattern(std::string_view letters) {
     UErrorCode status = U_ZERO_ERROR;
-    if (!generator_) generator_.reset(icu::DateTimePatternGenerator::createInstance(locale, status));
+    if (!generator_)
+      generator_.reset(icu::DateTimePatternGenerator::createInstance(icu::Locale(region_.locale.c_str()), status));
     requireIcu(status, "date patterns");
-    const icu::UnicodeString pattern = generator_->getBestPattern(unicodeOf(templateLetters), status);
-    auto format = std::make_unique<icu::SimpleDateFormat>(pattern, locale, status);
+    icu::UnicodeString pattern = generator_->getBestPattern(unicodeOf(letters), status);
+    requireIcu(status, "a date pattern");
+    return pattern;
+  }
+
+  std::unique_ptr<icu::SimpleDateFormat> makeFormat(const icu::UnicodeString& pattern) {
+    UErrorCode status = U_ZERO_ERROR;
+    auto format = std::make_unique<icu::SimpleDateFormat>(pattern, icu::Locale(region_.locale.c_str()), status);
     requireIcu(status, "a date format");
     format->adoptCalendar(calendarSystemOf(region_).release());
     return format;
@@ -38,16 +54,28 @@ class DateTexts {
 
   Region region_;
   std::unique_ptr<icu::DateTimePatternGenerator> generator_;
-  std::vector<std::pair<std::string, std::unique_ptr<icu::SimpleDateFormat>>> formats_;
+  Formats ofTemplates_;
+  Formats ofPatterns_;
 };
+
+DateTexts& textsOf(const Region& region) {
+  return perRegion<DateTexts>(region, [](const Region& its) { return std::make_unique<DateTexts>(its); });
+}
+
+std::string formatted(const icu::SimpleDateFormat& format, Date date) {
+  icu::UnicodeString text;
+  format.format(icuDateOf(date), text);
+  return utf8Of(text);
+}
 
 }  // namespace
 
 std::string formattedDate(const Region& region, Date date, std::string_view templateLetters) {
-  DateTexts& texts = perRegion<DateTexts>(region, [](const Region& its) { return std::make_unique<DateTexts>(its); });
-  icu::UnicodeString text;
-  texts.formatFor(templateLetters).format(icuDateOf(date), text);
-  return utf8Of(text);
+  return formatted(textsOf(region).formatOfTemplate(templateLetters), date);
+}
+
+std::string dateInPattern(const Region& region, Date date, std::string_view pattern) {
+  return formatted(textsOf(region).formatOfPattern(pattern), date);
 }
 
 }  // namespace tallyvane

@@ -74,6 +74,20 @@ TEST(Calendar, AgreesWithIcuOnRandomDaysInAnyOrder) {
   }
 }
 
+TEST(Calendar, TheMonthIsThatOfTheFieldsInEveryCalendarSystem) {
+  std::mt19937 random(20270310);
+  std::uniform_int_distribution<std::int64_t> anyDay(-800'000, 800'000);
+  for (const char* locale : {"en_US", "th_TH", "fa_IR", "ja_JP@calendar=japanese", "he_IL@calendar=hebrew",
+                             "am_ET@calendar=ethiopic", "zh_CN@calendar=chinese"}) {
+    const Calendar& calendar = calendarIn("Pacific/Apia", locale);
+    for (int i = 0; i < 2000; ++i) {
+      const Date date = Date{days{anyDay(random) / (1 + i % 50)}} + 11h;
+      const DateFields fields = calendar.fields(date);
+      ASSERT_EQ(calendar.month(date), (CalendarMonth{fields.month, fields.year, fields.era})) << locale << textOf(date);
+    }
+  }
+}
+
 TEST(Calendar, StepsKeepTheWallTimeAndEndAtTheMonthsLastDay) {
   const struct {
     const char* zone;

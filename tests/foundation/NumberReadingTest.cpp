@@ -85,5 +85,24 @@ TEST(NumberReading, anAbsentValueIsZeroAndNotANumberIsTheLeastInteger) {
   EXPECT_TRUE(boolValue(&notANumber));
 }
 
+TEST(NumberReading, numbersAreComparedExactlyWhateverTheirKinds) {
+  const Value ascending[] = {std::nan(""),
+                             -std::numeric_limits<double>::infinity(),
+                             least64,
+                             -1.5,
+                             Data{},
+                             "0.5 apples",
+                             true,
+                             9007199254740992.0,
+                             std::int64_t{9007199254740993},
+                             9007199254740994.0,
+                             std::numeric_limits<std::int64_t>::max(),
+                             9223372036854775808.0};
+  for (const Value& left : ascending) {
+    for (const Value& right : ascending) EXPECT_EQ(isNumberBelow(&left, &right), &left < &right);
+  }
+  EXPECT_TRUE(isNumberBelow(&ascending[3], nullptr));
+}
+
 }  // namespace
 }  // namespace tallyvane

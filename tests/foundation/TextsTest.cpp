@@ -37,6 +37,8 @@ TEST(Texts, WriteDatesInTheLocalesPatternAndCalendar) {
   };
   for (const auto& row : rows)
     EXPECT_EQ(formattedDate(regionOf(row.locale, row.zone), monday, row.letters), row.text) << row.locale;
+  EXPECT_EQ(dateInPattern(regionOf("en_US"), monday, "MMMMM d"), "M 1");
+  EXPECT_EQ(dateInPattern(regionOf("de_DE"), monday, "MMM"), "März");
   EXPECT_EQ(formattedDate(regionOf("en_US"), distantPast, "yMMMd"), "Jan 1, 1");
   EXPECT_EQ(formattedDate(regionOf("en_US"), Date::max(), "y"), "32766");
 }
