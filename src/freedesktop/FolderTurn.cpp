@@ -29,8 +29,7 @@ FolderTurn::~FolderTurn() {
 }
 
 Result<> FolderTurn::replace(const std::string& name, std::string_view bytes, Durability durability) {
-  if (Result<> taken = takePermissionsOf(name); !taken) return taken;
-  if (::ftruncate(temporary_.number(), 0) != 0) return failed(name);
+  if (Result<> prepared = prepareFor(name); !prepared) return prepared;
   if (const int code = writeAll(temporary_, bytes)) return systemError(folderPath_ + "/" + name, code);
   if (durability == Durability::synced && ::fsync(temporary_.number()) != 0) return failed(name);
   if (::renameat(folder_.number(), temporaryName.c_str(), folder_.number(), name.c_str()) != 0) return failed(name);
@@ -42,17 +41,24 @@ Result<> FolderTurn::syncContents() { return ::syncfs(folder_.number()) == 0 ? R
 
 Result<> FolderTurn::syncFolder() { return tallyvane::syncFolder(folder_.number(), folderPath_); }
 
-Result<> FolderTurn::takePermissionsOf(const std::string& name) {
+Result<> FolderTurn::prepareFor(const std::string& name) {
+  struct stat has {};
   struct stat target {};
+  if (::fstat(temporary_.number(), &has) != 0) return failed(name);
   if (::fstatat(folder_.number(), name.c_str(), &target, AT_SYMLINK_NOFOLLOW) != 0) {
     if (errno != ENOENT) return failed(name);
-    // A temporary that was left behind may carry the permissions of another file.
-    return ::fchmod(temporary_.number(), 0600) == 0 ? Result<>() : failed(name);
+    target = has;
+    target.st_mode = S_IFREG | 0600;
   }
   if (!S_ISREG(target.st_mode)) return Error{folderPath_ + "/" + name + ": not a regular file"};
+  // Each is set only where it differs: the disk would have to note it again.
+  if (has.st_size != 0 && ::ftruncate(temporary_.number(), 0) != 0) return failed(name);
   // The administrator saves for the user: the file stays the user's. Others may not give files away, nor need to.
-  if (::geteuid() == 0 && ::fchown(temporary_.number(), target.st_uid, target.st_gid) != 0) return failed(name);
-  return ::fchmod(temporary_.number(), target.st_mode & 07777) == 0 ? Result<>() : failed(name);
+  const bool changesOwner = target.st_uid != has.st_uid || target.st_gid != has.st_gid;
+  if (changesOwner && ::geteuid() == 0 && ::fchown(temporary_.number(), target.st_uid, target.st_gid) != 0)
+    return failed(name);
+  if (target.st_mode != has.st_mode && ::fchmod(temporary_.number(), target.st_mode & 07777) != 0) return failed(name);
+  return {};
 }
 
 Result<> syncFolder(int folder, const std::string& path) {

@@ -40,7 +40,9 @@ class FolderTurn {
 
  private:
   FolderTurn(std::string folderPath, FileDescriptor folder, FileDescriptor temporary);
-  [[nodiscard]] Result<> takePermissionsOf(const std::string& name);
+  /// Empties the temporary and gives it the owner and permissions of the file that it replaces. One that was left
+  /// behind may hold anything and carry the permissions of another file.
+  [[nodiscard]] Result<> prepareFor(const std::string& name);
   [[nodiscard]] Error failed(const std::string& name) const { return systemError(folderPath_ + "/" + name); }
 
   std::string folderPath_;

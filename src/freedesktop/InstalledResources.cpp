@@ -13,7 +13,7 @@ std::optional<std::string> InstalledResources::picture(std::string_view name) {
 }
 
 std::optional<std::string> InstalledResources::text(std::string_view name) {
-  const std::optional<std::string> path = find("texts", name);
+  const std::optional<std::string> path = find("Contents/Resources", name);
   if (!path) return std::nullopt;
   Result<std::string> content = files_.read(*path);
   return content ? std::optional<std::string>(std::move(*content)) : std::nullopt;

@@ -9,8 +9,8 @@
 
 namespace tallyvane {
 
-/// Resources in the folders "pictures" (NAME.png) and "texts" of the first of several folders that has them. A name
-/// that would lead out of its folder is none.
+/// Resources in the folders "pictures" (NAME.png) and "Contents/Resources" (texts) of the first of several folders that
+/// has them. A name that would lead out of its folder is none.
 class InstalledResources : public Resources {
  public:
   InstalledResources(std::vector<std::string> folders, FileStore& files)

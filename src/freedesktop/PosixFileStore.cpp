@@ -1,6 +1,8 @@
 #include "freedesktop/PosixFileStore.h"
 
+#include <stdlib.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -43,20 +45,59 @@ Result<std::string> linkedFile(std::string path) {
   return systemError(path, ELOOP);
 }
 
-}  // namespace
+struct OpenFile {
+  FileDescriptor descriptor;
+  std::size_t size;
+};
 
-Result<std::string> PosixFileStore::read(const std::string& path) {
+Result<OpenFile> opened(const std::string& path) {
   if (auto error = refusal(path)) return *error;
-  const FileDescriptor file(
+  FileDescriptor file(
       uninterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
   if (!file) return systemError(path);
   struct stat status {};
   if (::fstat(file.number(), &status) != 0) return systemError(path);
   if (S_ISDIR(status.st_mode)) return systemError(path, EISDIR);
   if (!S_ISREG(status.st_mode)) return Error{path + ": not a regular file"};
-  const auto size = static_cast<std::size_t>(status.st_size);
-  if (size > maximumFileBytes) return systemError(path, EFBIG);
-  return contentOf(file, size, path);
+  return OpenFile{std::move(file), static_cast<std::size_t>(status.st_size)};
+}
+
+}  // namespace
+
+Result<std::string> PosixFileStore::read(const std::string& path) {
+  const Result<OpenFile> file = opened(path);
+  if (!file) return Error{file.error()};
+  if (file->size > maximumFileBytes) return systemError(path, EFBIG);
+  return contentOf(file->descriptor, file->size, path);
+}
+
+Result<std::string> PosixFileStore::readPart(const std::string& path, std::uint64_t offset, std::size_t count) {
+  const Result<OpenFile> file = opened(path);
+  if (!file) return Error{file.error()};
+  std::string bytes(count, '\0');
+  const ssize_t got = uninterrupted(
+      [&] { return ::pread(file->descriptor.number(), bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
+  if (got < 0) return systemError(path);
+  bytes.resize(static_cast<std::size_t>(got));
+  return bytes;
+}
+
+Result<std::string> PosixFileStore::makeTemporary() {
+  std::error_code none;
+  std::string path = (std::filesystem::temp_directory_path(none) / "tallyvane-XXXXXX").string();
+  if (none) return systemError("the folder for temporary files", none.value());
+  const FileDescriptor file(::mkostemp(path.data(), O_CLOEXEC));
+  if (!file) return systemError(path);
+  return path;
+}
+
+Result<> PosixFileStore::append(const std::string& temporary, std::string_view bytes) {
+  if (auto error = refusal(temporary)) return *error;
+  const FileDescriptor file(
+      uninterrupted([&] { return ::open(temporary.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | O_NOFOLLOW); }));
+  if (!file) return systemError(temporary);
+  const int failure = writeAll(file, bytes);
+  return failure == 0 ? Result<>() : systemError(temporary, failure);
 }
 
 Result<> PosixFileStore::save(const std::string& path, std::string_view bytes, Durability durability) {

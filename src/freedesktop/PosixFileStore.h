@@ -21,6 +21,9 @@ class PosixFileStore : public FileStore {
   [[nodiscard]] Result<std::string> read(const std::string& path) override;
   Result<> save(const std::string& path, std::string_view bytes, Durability durability = Durability::synced) override;
 
+  [[nodiscard]] Result<std::string> readPart(const std::string& path, std::uint64_t offset, std::size_t count) override;
+  [[nodiscard]] Result<std::string> makeTemporary() override;
+  Result<> append(const std::string& temporary, std::string_view bytes) override;
   [[nodiscard]] bool exists(const std::string& path) override;
   [[nodiscard]] bool isFolder(const std::string& path) override;
   Result<> createFolder(const std::string& path) override;

@@ -1,12 +1,19 @@
 #include "freedesktop/QueuedMainQueue.h"
 
-#include <utility>
-
 namespace tallyvane {
 
 void QueuedMainQueue::post(std::function<void()> work) {
-  const std::lock_guard lock(mutex_);
-  waiting_.push_back(std::move(work));
+  {
+    const std::lock_guard lock(mutex_);
+    waiting_.push_back(std::move(work));
+  }
+  posted_.notify_one();
+  if (wake_) wake_();
+}
+
+void QueuedMainQueue::waitForWork() {
+  std::unique_lock lock(mutex_);
+  posted_.wait(lock, [this] { return !waiting_.empty(); });
 }
 
 void QueuedMainQueue::runPending() {

@@ -30,14 +30,16 @@ class SharedPropertyList {
     content_ = Dictionary();
   }
 
-  /// Each writes nothing when it changes nothing.
+  // Each writes nothing when it changes nothing.
+
   Result<> set(std::string_view key, const Value& value);
   Result<> remove(std::string_view key);
-
- private:
-  /// Edits the dictionary and returns whether that changed anything.
+  /// Edits the dictionary and returns whether that changed anything. Called once or twice, the last time on what is
+  /// saved.
   using Edit = std::function<bool(Dictionary&)>;
   Result<> change(const Edit& edit);
+
+ private:
   [[nodiscard]] bool isCurrent() const;
   [[nodiscard]] Result<> save(const Dictionary& changed);
 

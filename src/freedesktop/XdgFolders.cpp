@@ -50,8 +50,10 @@ XdgFolders XdgFolders::of(const Environment& environment) {
   XdgFolders folders{.dataHome = folder("XDG_DATA_HOME", "/.local/share"),
                      .configHome = folder("XDG_CONFIG_HOME", "/.config"),
                      .stateHome = folder("XDG_STATE_HOME", "/.local/state"),
-                     .dataDirs = absolutePartsOf(environment("XDG_DATA_DIRS").value_or(""))};
+                     .dataDirs = absolutePartsOf(environment("XDG_DATA_DIRS").value_or("")),
+                     .configDirs = absolutePartsOf(environment("XDG_CONFIG_DIRS").value_or(""))};
   if (folders.dataDirs.empty()) folders.dataDirs = {"/usr/local/share", "/usr/share"};
+  if (folders.configDirs.empty()) folders.configDirs = {"/etc/xdg"};
   return folders;
 }
 

@@ -31,8 +31,8 @@ struct CalendarEvent {
   std::string identifier;  ///< empty for an event that is not saved yet
   std::string calendar;    ///< identifier of its calendar
   std::string title;
-  Date start;
-  Date end;
+  Date start;  ///< of an all-day event only the day in the user's zone counts
+  Date end;    ///< of an all-day event its last day, and only that counts
   bool allDay = false;
   std::vector<Alarm> alarms;
 };
@@ -51,13 +51,15 @@ class CalendarStore {
   virtual ~CalendarStore() = default;
   [[nodiscard]] virtual std::vector<EventCalendar> calendars() = 0;
   [[nodiscard]] virtual std::vector<CalendarSource> sources() = 0;
-  /// Saves a new calendar and gives it back with its identifier.
+  /// Saves a new calendar, whose title is not empty, and gives it back with its identifier.
   virtual Result<EventCalendar> save(const EventCalendar& calendar) = 0;
   /// A new event as the store makes it, possibly with alarms that its calendar adds by default.
   [[nodiscard]] virtual CalendarEvent newEvent() = 0;
+  /// Saves a new event.
   virtual Result<> save(const CalendarEvent& event) = 0;
   virtual Result<> remove(const CalendarEvent& event) = 0;
-  /// The events of one calendar that overlap the time from `from` to `to`, by start.
+  /// The events of one calendar that overlap the time from `from` to `to`, by start; each repetition of a series is an
+  /// event. Days of all-day events are given as their first moments. No such calendar has no events.
   [[nodiscard]] virtual std::vector<CalendarEvent> events(const std::string& calendar, Date from, Date to) = 0;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -28,6 +29,15 @@ class FileStore {
   /// the file that it names is replaced. Permissions of a file that is there are kept.
   virtual Result<> save(const std::string& path, std::string_view bytes,
                         Durability durability = Durability::synced) = 0;
+
+  /// Bytes of a regular file from `offset` on, at most `count`; none at its end or behind it. May be called from any
+  /// thread.
+  [[nodiscard]] virtual Result<std::string> readPart(const std::string& path, std::uint64_t offset,
+                                                     std::size_t count) = 0;
+  /// A new, empty file that is the user's alone, in the folder for what does not last. Whoever asked removes it.
+  [[nodiscard]] virtual Result<std::string> makeTemporary() = 0;
+  /// Adds to the end of a temporary file, in any number of steps: for these files alone, which nobody else reads.
+  virtual Result<> append(const std::string& temporary, std::string_view bytes) = 0;
 
   [[nodiscard]] virtual bool exists(const std::string& path) = 0;
   [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;

@@ -10,6 +10,7 @@
 #include "platform/HttpTransport.h"
 #include "platform/KeyValueStore.h"
 #include "platform/Log.h"
+#include "platform/MailSettings.h"
 #include "platform/MainQueue.h"
 #include "platform/MimeTypes.h"
 #include "platform/Random.h"
@@ -17,6 +18,7 @@
 #include "platform/StatusBar.h"
 #include "platform/UserDefaults.h"
 #include "platform/UserNotificationCenter.h"
+#include "platform/WorkQueue.h"
 #include "platform/Workspace.h"
 
 namespace tallyvane {
@@ -39,9 +41,18 @@ struct Platform {
   Application& application;
   StatusBar& statusBar;
   HttpTransport& http;
+  WorkQueue& workQueue;
   MainQueue& mainQueue;
   MimeTypes& mimeTypes;
+  MailSettings& mail;
   Log& log;
+
+  /// The same with another log, which outlives it.
+  [[nodiscard]] Platform loggingTo(Log& other) const {
+    return {clock,         region,    random,    files,         resources, bookmarks,   defaults,
+            groupDefaults, cloud,     calendars, notifications, workspace, application, statusBar,
+            http,          workQueue, mainQueue, mimeTypes,     mail,      other};
+  }
 };
 
 }  // namespace tallyvane

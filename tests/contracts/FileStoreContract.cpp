@@ -1,47 +1,12 @@
 #include <gmock/gmock.h>
 
 #include "freedesktop/PosixFileStore.h"
+#include "support/FileStoreHosts.h"
 #include "support/InMemoryFileStore.h"
 #include "support/TemporaryFolder.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-
-struct FilesInMemory {
-  InMemoryFileStore store;
-  std::string root = "/root";
-};
-struct FilesOnDisk {
-  TemporaryFolder folder;
-  PosixFileStore store{folder.path + "/support"};
-  std::string root = folder.path;
-};
-
-template <typename Subject>
-class FileStoreContract : public ::testing::Test {
- protected:
-  FileStoreContract() { (void)store.createFolder(root); }
-  void save(const std::string& path, const std::string& bytes) {
-    const Result<> saved = store.save(path, bytes);
-    ASSERT_TRUE(saved) << saved.error();
-  }
-  std::string read(const std::string& path) {
-    Result<std::string> bytes = store.read(path);
-    return bytes ? *bytes : "error: " + bytes.error();
-  }
-  std::vector<std::string> names(const std::string& folder) {
-    return store.list(folder) ? *store.list(folder) : std::vector<std::string>{"error"};
-  }
-
-  Subject subject;
-  FileStore& store = subject.store;
-  const std::string root = subject.root;
-};
-using Subjects = ::testing::Types<FilesInMemory, FilesOnDisk>;
-TYPED_TEST_SUITE(FileStoreContract, Subjects);
 
 TYPED_TEST(FileStoreContract, ASaveReplacesTheWholeContent) {
   const std::string path = this->root + "/ä bill.plist";
@@ -50,6 +15,22 @@ TYPED_TEST(FileStoreContract, ASaveReplacesTheWholeContent) {
     EXPECT_EQ(this->read(path), bytes);
   }
   EXPECT_THAT(this->names(this->root), ElementsAre("ä bill.plist"));
+}
+
+TYPED_TEST(FileStoreContract, TemporariesGrowAndFilesAreReadInParts) {
+  Result<std::string> path = this->store.makeTemporary();
+  ASSERT_TRUE(path) << path.error();
+  const Result<std::string> other = this->store.makeTemporary();
+  EXPECT_NE(*path, *other);
+  EXPECT_TRUE(this->store.remove(*other));
+  for (const char* bytes : {"", "0123", "456789"}) EXPECT_TRUE(this->store.append(*path, bytes));
+  EXPECT_EQ(this->read(*path), "0123456789");
+  EXPECT_EQ(*this->store.readPart(*path, 3, 4), "3456");
+  EXPECT_EQ(*this->store.readPart(*path, 8, 100), "89");
+  EXPECT_EQ(*this->store.readPart(*path, 10, 1), "");
+  EXPECT_TRUE(this->store.remove(*path));
+  EXPECT_FALSE(this->store.append(*path, "x"));
+  EXPECT_FALSE(this->store.readPart(*path, 0, 1));
 }
 
 TYPED_TEST(FileStoreContract, EmptyAndRelativePathsAreRefused) {

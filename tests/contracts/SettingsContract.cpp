@@ -1,4 +1,5 @@
 // The stores of keys and values: settings, and the mirror between devices.
+
 #include <gmock/gmock.h>
 
 #include <limits>
@@ -7,39 +8,11 @@
 #include "freedesktop/PlistUserDefaults.h"
 #include "freedesktop/PosixFileStore.h"
 #include "support/Fakes.h"
+#include "support/SettingsHosts.h"
 #include "support/TemporaryFolder.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-
-struct OnDisk {
-  TemporaryFolder folder;
-  PosixFileStore files{folder.path};
-  RecordingLog log;
-  std::string path = folder.path + "/made/at first write/store.plist";
-};
-struct DefaultsInMemory {
-  InMemoryUserDefaults store;
-};
-struct DefaultsOnDisk : OnDisk {
-  PlistUserDefaults store{path, files, log, Durability::cached};
-};
-struct MirrorInMemory {
-  InMemoryKeyValueStore store;
-};
-struct MirrorOnDisk : OnDisk {
-  LocalKeyValueStore store{path, files, log};
-};
-
-template <typename Subject>
-class AnyStoreContract : public ::testing::Test {
- protected:
-  Subject subject;
-};
-using AnyStore = ::testing::Types<DefaultsInMemory, DefaultsOnDisk, MirrorInMemory, MirrorOnDisk>;
-TYPED_TEST_SUITE(AnyStoreContract, AnyStore);
 
 TYPED_TEST(AnyStoreContract, EveryKindOfValueComesBackAsItWasSet) {
   auto& store = this->subject.store;

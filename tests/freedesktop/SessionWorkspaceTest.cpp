@@ -6,33 +6,10 @@
 #include "support/Fakes.h"
 #include "support/NamedPipe.h"
 #include "support/PrivateSession.h"
+#include "support/WorkspaceSession.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::AllOf;
-using ::testing::Contains;
-using ::testing::Each;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-using ::testing::StartsWith;
-
-class SessionWorkspaceTest : public ::testing::Test {
- protected:
-  void install(const std::string& id, const std::string& scheme, const std::string& rest) {
-    const std::string folder = session.data() + "/applications";
-    std::filesystem::create_directories(folder);
-    put(folder + "/" + id, "[Desktop Entry]\nType=Application\nMimeType=x-scheme-handler/" + scheme + ";\n" + rest);
-  }
-
-  PrivateSession session;
-  PosixFileStore files{session.data()};
-  RecordingLog log;
-  SessionBus bus{session.address, std::chrono::seconds{2}};
-  SessionWorkspace workspace{bus, files, SessionEnvironment::of(session.environment()), log};
-};
 
 TEST_F(SessionWorkspaceTest, AnApplicationThatRunsAndTakesTheUrlOpensItOverTheBus) {
   install("com.example.Bill-View.desktop", "bill", "DBusActivatable=true\n");

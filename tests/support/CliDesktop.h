@@ -65,12 +65,16 @@ class CliDesktop {
   bool locked = false;
   std::optional<std::string> lockFailure;
   int locksTaken = 0;
+  std::vector<std::string> sounds;  ///< names played
 
  private:
   cli::ExitStatus runParsed(FileStore& store, const cli::Invocation& invocation, cli::Console& console) {
     programs::GuardedFileStore guarded(store, desktop.log);
     const Platform platform = desktop.over(guarded);
-    cli::Session session(platform, console, {guarded, [this] { return lock(); }}, invocation.json);
+    cli::Session session(
+        platform, console,
+        {guarded, [this] { return lock(); }, [this] { desktop.workQueue.run(); }, [this] { desktop.mainQueue.run(); }},
+        [this](const std::string& name) { sounds.push_back(name); }, invocation.json);
     return cli::runCommand(invocation, session);
   }
   Result<std::shared_ptr<const void>> lock() {

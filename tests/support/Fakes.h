@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -268,14 +269,41 @@ class FakeStatusBar : public StatusBar {
   };
 };
 
+/// Reads what is to be sent to its end, and gives the outcome that a test has set.
 class FakeHttpTransport : public HttpTransport {
  public:
-  [[nodiscard]] Result<HttpAnswer> perform(const HttpExchange& exchange) override {
+  [[nodiscard]] HttpOutcome perform(const HttpExchange& exchange) override {
     exchanges.push_back(exchange);
-    return answer;
+    exchanges.back().body = nullptr;  // not there for longer than the exchange
+    rates.push_back(exchange.body == nullptr ? 0 : exchange.body->bytesPerSecond());
+    sent.emplace_back();
+    if (exchange.stop.stop_requested()) return HttpFailure{HttpFailure::Kind::cancelled, "cancelled"};
+    while (exchange.body != nullptr) {
+      const Result<std::string> piece = exchange.body->read(7);
+      if (!piece) return HttpFailure{HttpFailure::Kind::bodyUnreadable, piece.error()};
+      if (piece->empty()) break;
+      sent.back() += *piece;
+    }
+    return outcome;
   }
   std::vector<HttpExchange> exchanges;
-  Result<HttpAnswer> answer = HttpAnswer{200, {}, ""};
+  std::vector<std::string> sent;  ///< the body of each
+  std::vector<std::uint64_t> rates;
+  HttpOutcome outcome = HttpAnswer{200, {}, ""};
+};
+
+/// Keeps the work until a test has it run, on the test's own thread.
+class FakeWorkQueue : public WorkQueue {
+ public:
+  void post(std::function<void(std::stop_token)> work) override { waiting.push_back(std::move(work)); }
+  void run(std::stop_token stop = {}) {
+    while (!waiting.empty()) {
+      auto work = std::move(waiting.front());
+      waiting.erase(waiting.begin());
+      work(stop);
+    }
+  }
+  std::vector<std::function<void(std::stop_token)>> waiting;
 };
 
 class FakeMainQueue : public MainQueue {
@@ -295,10 +323,23 @@ class FakeMainQueue : public MainQueue {
 class FakeMimeTypes : public MimeTypes {
  public:
   [[nodiscard]] std::optional<std::string> typeForExtension(std::string_view extension) override {
-    const auto found = types.find(std::string(extension));
+    std::string lower(extension);
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
+    const auto found = types.find(lower);
     return found == types.end() ? std::nullopt : std::optional<std::string>(found->second);
   }
   std::map<std::string, std::string> types{{"pdf", "application/pdf"}, {"png", "image/png"}};
+};
+
+class FakeMailSettings : public MailSettings {
+ public:
+  [[nodiscard]] const MailService& service() override { return content; }
+  MailService content{.host = "mail.example",
+                      .port = 8443,
+                      .userName = "support@example.org",
+                      .apiKey = "3f1c0b7e-5d2a-4c9b-8e61-0a4d7c2b9f13",
+                      .sender = "reminders@example.org",
+                      .certificates = {}};
 };
 
 /// A whole desktop of fakes: noon of Wednesday 10 March 2027 in New York, in English.
@@ -317,16 +358,18 @@ struct FakeDesktop {
   FakeWorkspace workspace;
   FakeStatusBar statusBar;
   FakeHttpTransport http;
+  FakeWorkQueue workQueue;
   FakeMainQueue mainQueue;
   FakeMimeTypes mimeTypes;
+  FakeMailSettings mail;
   RecordingLog log;
   Platform platform = over(files);
 
   /// The same desktop with a decorated file store.
   Platform over(FileStore& store) {
-    return Platform{clock,     region,         random, store,     resources,      bookmarks,
-                    defaults,  &groupDefaults, cloud,  calendars, &notifications, workspace,
-                    workspace, statusBar,      http,   mainQueue, mimeTypes,      log};
+    return Platform{clock,          region,    random,    store,          resources, bookmarks, defaults,
+                    &groupDefaults, cloud,     calendars, &notifications, workspace, workspace, statusBar,
+                    http,           workQueue, mainQueue, mimeTypes,      mail,      log};
   }
 };
 

@@ -1,6 +1,7 @@
 // Files in memory, and a decorator that makes chosen calls fail.
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <ostream>
 #include <set>
@@ -35,6 +36,22 @@ class InMemoryFileStore : public FileStore {
     if (isFolder(path)) return Error{path + ": Is a directory"};
     content.insert_or_assign(path, std::string(bytes));
     saved.push_back(path);
+    return {};
+  }
+  [[nodiscard]] Result<std::string> readPart(const std::string& path, std::uint64_t offset,
+                                             std::size_t count) override {
+    const auto found = content.find(path);
+    if (found == content.end()) return Error{path + ": No such file or directory"};
+    return offset < found->second.size() ? found->second.substr(offset, count) : std::string();
+  }
+  [[nodiscard]] Result<std::string> makeTemporary() override {
+    std::string path = "/tmp/" + std::to_string(++temporaries_);
+    content[path];
+    return path;
+  }
+  Result<> append(const std::string& temporary, std::string_view bytes) override {
+    if (!content.contains(temporary)) return Error{temporary + ": No such file or directory"};
+    content[temporary] += bytes;
     return {};
   }
   [[nodiscard]] bool exists(const std::string& path) override { return content.contains(path) || isFolder(path); }
@@ -103,26 +120,49 @@ class InMemoryFileStore : public FileStore {
   std::vector<std::string> saved;  ///< paths in the order of their saves
   int reads = 0;
 
+  /// Temporary files that nobody has removed yet.
+  [[nodiscard]] int temporariesLeft() const {
+    return static_cast<int>(std::count_if(content.begin(), content.end(),
+                                          [](const auto& file) { return file.first.starts_with("/tmp/"); }));
+  }
+
   [[nodiscard]] static std::string parent(const std::string& path) {
     const auto slash = path.rfind('/');
     return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
   }
 
  private:
+  int temporaries_ = 0;
   static bool isAtOrBelow(const std::string& path, const std::string& root) {
     return path == root || path.starts_with(root + "/");
   }
 };
 
+/// Whether only the n-th call fails, or all from there on: to the files it is then as if the program had ended.
+enum class Failing { once, fromThereOn };
+
 /// Hands every call on to another store, but the n-th call that would change something fails (1 is the first).
 class FailingFileStore : public FileStore {
  public:
-  FailingFileStore(FileStore& inner, int failingCall) : inner_(inner), failingCall_(failingCall) {}
+  FailingFileStore(FileStore& inner, int failingCall, Failing failing = Failing::once)
+      : inner_(inner), failingCall_(failingCall), failing_(failing) {}
 
   [[nodiscard]] Result<std::string> read(const std::string& path) override { return inner_.read(path); }
   Result<> save(const std::string& path, std::string_view bytes, Durability durability) override {
     if (fails()) return Error{path + ": No space left on device"};
     return inner_.save(path, bytes, durability);
+  }
+  [[nodiscard]] Result<std::string> readPart(const std::string& path, std::uint64_t offset,
+                                             std::size_t count) override {
+    return inner_.readPart(path, offset, count);
+  }
+  [[nodiscard]] Result<std::string> makeTemporary() override {
+    if (fails()) return Error{"/tmp: No space left on device"};
+    return inner_.makeTemporary();
+  }
+  Result<> append(const std::string& temporary, std::string_view bytes) override {
+    if (fails()) return Error{temporary + ": No space left on device"};
+    return inner_.append(temporary, bytes);
   }
   [[nodiscard]] bool exists(const std::string& path) override { return inner_.exists(path); }
   [[nodiscard]] bool isFolder(const std::string& path) override { return inner_.isFolder(path); }
@@ -147,9 +187,13 @@ class FailingFileStore : public FileStore {
   [[nodiscard]] int calls() const { return calls_; }
 
  private:
-  bool fails() { return ++calls_ == failingCall_; }
+  bool fails() {
+    ++calls_;
+    return failing_ == Failing::once ? calls_ == failingCall_ : calls_ >= failingCall_;
+  }
   FileStore& inner_;
   int failingCall_;
+  Failing failing_;
   int calls_ = 0;
 };
 

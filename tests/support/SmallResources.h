@@ -22,9 +22,9 @@ struct ResourcesOnDisk {
 struct ResourcesInstalled : ResourcesOnDisk, PosixFileStore, InstalledResources {
   ResourcesInstalled()
       : PosixFileStore(folder.path), InstalledResources({folder.path + "/no such folder", folder.path}, *this) {
-    for (const char* name : {"/pictures", "/texts"}) (void)createFolder(folder.path + name);
+    for (const char* name : {"/pictures", "/Contents/Resources"}) (void)createFolder(folder.path + name);
     put(rent, "PNG");
-    put(folder.path + "/texts/template.html", "<p>");
+    put(folder.path + "/Contents/Resources/template.html", "<p>");
   }
 };
 

@@ -1,0 +1,47 @@
+#include <gmock/gmock.h>
+
+#include "support/NotificationCenters.h"
+
+namespace tallyvane::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+template <typename Subject>
+struct NotificationContract : ::testing::Test {
+  Subject subject;
+  UserNotificationCenter& center = subject.center;
+  const Date soon = std::chrono::sys_days{std::chrono::year{2027} / 3 / 11};
+};
+using Subjects = ::testing::Types<NotificationsInMemory, NotificationsOnDisk>;
+TYPED_TEST_SUITE(NotificationContract, Subjects);
+
+TYPED_TEST(NotificationContract, WhatIsScheduledComesBackWithAnIdentifierOfItsOwn) {
+  UserNotification rent = reminderOf("\n\"光\"" + std::string(10'000, 'x'), this->soon);
+  for (int i = 0; i < 2; ++i) EXPECT_TRUE(this->center.schedule(rent));
+  const auto scheduled = this->center.scheduled();
+  ASSERT_EQ(scheduled.size(), 2U);
+  EXPECT_NE(scheduled[0].identifier, scheduled[1].identifier);
+  EXPECT_NE(scheduled[0].identifier, "");
+  EXPECT_EQ(scheduled[0].title, rent.title);
+  EXPECT_EQ(scheduled[0].informativeText, rent.informativeText);
+  EXPECT_EQ(scheduled[0].actionButtonTitle, "View");
+  EXPECT_TRUE(scheduled[0].hasActionButton);
+  EXPECT_EQ(scheduled[0].userInfo, rent.userInfo);
+  EXPECT_EQ(scheduled[0].soundName, "default");
+  EXPECT_EQ(scheduled[0].deliveryDate, this->soon);
+  EXPECT_THAT(this->center.delivered(), IsEmpty());
+}
+
+TYPED_TEST(NotificationContract, OnlyTheOneThatIsMeantIsRemovedAndAnAbsentOneIsNoError) {
+  for (const char* bid : {"A", "A", "B"}) (void)this->center.schedule(reminderOf(bid, this->soon));
+  const UserNotification first = this->center.scheduled()[0];
+  EXPECT_TRUE(this->center.removeDelivered(first));
+  EXPECT_THAT(titlesOf(this->center.scheduled()), ElementsAre("Pay A", "Pay A", "Pay B"));
+  for (int i = 0; i < 2; ++i) EXPECT_TRUE(this->center.removeScheduled(first));
+  EXPECT_THAT(titlesOf(this->center.scheduled()), ElementsAre("Pay A", "Pay B"));
+}
+
+}  // namespace
+}  // namespace tallyvane::testing

@@ -1,0 +1,38 @@
+// The agent in a session whose user has asked to be reminded.
+#pragma once
+
+#include "freedesktop/PlistNotificationCenter.h"
+#include "freedesktop/PosixFileStore.h"
+#include "support/AgentSession.h"
+#include "support/FakeNotificationService.h"
+#include "support/Fakes.h"
+
+namespace tallyvane::testing {
+
+class AgentRemindersTest : public AgentTest {
+ protected:
+  AgentRemindersTest() { settings({{"QMEnableNotificationCenter", true}}); }
+
+  void settings(const Dictionary& values) {
+    std::filesystem::create_directories(session.config() + "/Tallyvane");
+    session.putPlist(session.config() + "/Tallyvane/com.Quillmoor.Tallyvane.plist", values);
+  }
+  /// The bill is due in so many days and asks to be reminded so many days before.
+  void remind(const std::string& bid, const std::string& name, int due, int before) {
+    Dictionary reminding = bill(bid, name, due);
+    reminding.set("RemindMe", true);
+    reminding.set("ReminderDays", before);
+    session.putPlist(session.dataFolder() + "/" + bid + ".plist", reminding);
+  }
+  void schedule(const std::string& bid, Date at) {
+    ASSERT_TRUE(center.schedule({"", "Pay " + bid, "soon", "View", true, Dictionary{{"Bid", bid}}, "default", at}));
+  }
+  static Date now() { return std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()); }
+
+  PosixFileStore files{session.data()};
+  FakeRandom random;
+  RecordingLog log;
+  PlistNotificationCenter center{session.folder.path + "/state/Tallyvane/notifications.plist", files, random, log};
+};
+
+}  // namespace tallyvane::testing

@@ -1,0 +1,33 @@
+// A data folder with backups.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include "storage/QMBillsLoader.h"
+#include "storage/QMDatabaseMover.h"
+#include "support/Bills.h"
+
+namespace tallyvane::testing {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+
+const std::string backupFolder = "/home/ada/.local/share/Tallyvane";
+
+struct Backup : ::testing::Test {
+  Backup() { putActiveBills(desktop, {bill("B1", "Rent", noon(2027, 3, 1))}); }
+  /// The names of what is in the backup folder beside the data folder.
+  std::vector<std::string> backups() {
+    std::vector<std::string> names = *desktop.files.list(backupFolder);
+    std::erase(names, "Tallyvane.tvdata");
+    return names;
+  }
+  std::string recorded() { return desktop.defaults.content.valueOr("QMLastBackupUID", std::string()); }
+  std::string inBackup(const std::string& name) { return backupFolder + "/" + recorded() + "/" + name; }
+  FakeDesktop desktop;
+  QMBillsLoader loader{desktop.platform};
+};
+
+}  // namespace tallyvane::testing

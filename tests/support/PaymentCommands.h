@@ -1,0 +1,36 @@
+// A household with one bill, at the command line.
+#pragma once
+
+#include "support/CliCommands.h"
+
+namespace tallyvane::testing {
+
+using nlohmann::json;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+struct PaymentCommands : CliCommands {
+  json doneJson(std::vector<std::string> arguments) {
+    arguments.emplace_back("--json");
+    return json::parse(done(arguments));
+  }
+  /// The amounts of a bill's payments in the stored order.
+  std::vector<double> amounts(const std::string& bill) {
+    std::vector<double> list;
+    const json shown = doneJson({"payments", bill});
+    for (const json& payment : shown.at("payments")) list.push_back(payment.at("amount"));
+    return list;
+  }
+  void change(const std::string& bid, std::string_view key, Value value) {
+    Dictionary content = cli.bill(bid);
+    content.set(key, std::move(value));
+    cli.desktop.files.putPlist(cli.dataFolder + "/" + bid + ".plist", content);
+  }
+
+  const std::string rent = add({"Rent", "--due", "2027-03-13", "--repeat", "monthly", "--amount", "900"});
+};
+
+}  // namespace tallyvane::testing

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+#include <stdexcept>
+
+#include "freedesktop/FileDescriptor.h"
+
+namespace tallyvane::testing {
+
+/// A port of the loopback interface at which connections are taken, but nobody ever says anything.
+class SilentPort {
+ public:
+  SilentPort() {
+    address_.sin_family = AF_INET;
+    address_.sin_addr.s_addr = ::htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address_;
+    auto* address = reinterpret_cast<sockaddr*>(&address_);
+    const bool listens = ::bind(socket_.number(), address, size) == 0 && ::listen(socket_.number(), 1) == 0 &&
+                         ::getsockname(socket_.number(), address, &size) == 0;
+    if (!listens) throw std::runtime_error("no port to listen at");
+  }
+  [[nodiscard]] int number() const { return ::ntohs(address_.sin_port); }
+
+ private:
+  FileDescriptor socket_{::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+  sockaddr_in address_{};
+};
+
+}  // namespace tallyvane::testing
