@@ -145,7 +145,8 @@ std::int64_t QMBillsLoader::sectionCountForData(const std::vector<Dictionary>& /
 
 Value QMBillsLoader::getEstimatedAmountDueForBill(const Dictionary& bill) const {
   // An amount below 1 reads as none; deliberate.
-  const Value* estimate = bill.find(int32Value(bill, key::Amount) != 0 ? key::Amount : key::Average);
+  const Value* amount = bill.find(key::Amount);
+  const Value* estimate = int32Value(amount) != 0 ? amount : bill.find(key::Average);
   return estimate == nullptr ? Value(0) : *estimate;
 }
 

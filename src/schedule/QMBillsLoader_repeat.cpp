@@ -1,14 +1,11 @@
 #include <fmt/format.h>
 
-#include "foundation/NumberReading.h"
+#include "schedule/RepeatRule.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane {
 
 namespace {
-
-// The numbering is the product's: days are 3, and twice per month sits between weeks and months. Deliberate.
-enum UnitKind : std::int64_t { weeks = 0, twicePerMonth = 1, months = 2, days = 3, never = 4 };
 
 struct Rule {
   std::int64_t count = 0;
@@ -18,7 +15,7 @@ struct Rule {
 /// An absent array reads as zeros; nothing for one that is too short or holds what has no number.
 std::optional<Rule> readRule(const Array* repeat) {
   if (repeat == nullptr) return Rule{};
-  if (repeat->size() < 2 || !canReadNumber((*repeat)[0]) || !canReadNumber((*repeat)[1])) return std::nullopt;
+  if (!isCompleteRule(*repeat)) return std::nullopt;
   return Rule{integerValue(&(*repeat)[0]), integerValue(&(*repeat)[1])};
 }
 

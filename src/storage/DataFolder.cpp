@@ -26,7 +26,7 @@ std::string billPath(const Platform& platform, std::string_view bid) { return bi
 std::string billPathIn(const std::string& folder, std::string_view bid) {
   const std::string name = std::string(bid) + ".plist";
   const bool isOtherFile =
-      name == billIndexName || name == tagIndexName || name == "incomeindex.plist" || name == "mailindex.plist";
+      name == billIndexName || name == tagIndexName || name == incomeIndexName || name == mailIndexName;
   return bid.empty() || isOtherFile ? std::string() : pathIn(folder, name);
 }
 

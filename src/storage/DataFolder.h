@@ -11,6 +11,8 @@ namespace tallyvane {
 inline constexpr std::string_view dataFolderName = "Tallyvane.tvdata";
 inline constexpr std::string_view billIndexName = "billindex.plist";
 inline constexpr std::string_view tagIndexName = "tagindex.plist";
+inline constexpr std::string_view incomeIndexName = "incomeindex.plist";
+inline constexpr std::string_view mailIndexName = "mailindex.plist";
 
 /// The absolute path of a file directly in today's data folder. Empty, which every file operation refuses, when there
 /// is no data folder or the name would lead out of it: nothing lands elsewhere.

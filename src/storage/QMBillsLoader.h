@@ -8,6 +8,7 @@
 //   6 Icons                schedule/QMBillsLoader_icons.cpp
 //   7 Lists and sections   schedule/QMBillsLoader_lists.cpp
 //   8 Widget snapshot      schedule/QMBillsLoader_widget.cpp
+//   9 Backup               storage/QMBillsLoader_backup.cpp
 #pragma once
 
 #include <cstdint>
@@ -137,6 +138,18 @@ class QMBillsLoader {
   [[nodiscard]] std::int64_t getBillsDueSoonForExtensionWithBills(const std::vector<Dictionary>& rows) const;
   /// The next bill with its display keys; nothing when no bill needs attention.
   [[nodiscard]] std::optional<Dictionary> loadDataForExtension();
+
+  // 9 Backup. A backup is a whole copy of the data folder, in the backup folder under an identifier; only the newest is
+  // kept. Nobody may write bills meanwhile (programs hold their lock).
+
+  /// Makes today's backup unless one was made today. A failed copy still counts as today's and costs the previous
+  /// backup; deliberate, so callers look first whether the data folder can be copied.
+  void backupDatabase();
+  /// Replaces the data folder by the newest backup, which stays; whether that worked. Nothing is done without a
+  /// complete backup; a copy that fails after the removal leaves no data folder.
+  bool restoreDatabase();
+  /// The day of the last backup as a due date in words; "Never" before the first.
+  [[nodiscard]] std::string lastBackedUpNaturalDate();
 
  private:
   [[nodiscard]] std::optional<std::string> dataFolderOfBookmark();

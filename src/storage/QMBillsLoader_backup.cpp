@@ -1,0 +1,77 @@
+#include <algorithm>
+
+#include "storage/DataFolder.h"
+#include "storage/Keys.h"
+#include "storage/QMBillsLoader.h"
+#include "storage/QMUIDMaker.h"
+
+namespace tallyvane {
+
+namespace {
+
+std::optional<Date> dateSetting(UserDefaults& defaults, std::string_view key) {
+  const std::optional<Value> stored = defaults.object(key);
+  const Date* date = stored ? stored->get<Date>() : nullptr;
+  return date == nullptr ? std::nullopt : std::optional(*date);
+}
+
+/// The backup folder holds the data folder, too: only what is named by an identifier is a backup, and may be removed.
+bool isIdentifier(std::string_view name) {
+  constexpr std::size_t length = 32;
+  return name.size() == length && name.find_first_not_of("0123456789ABCDEF") == std::string_view::npos;
+}
+
+/// Path of the newest backup; nothing where none is recorded.
+std::optional<std::string> newestBackup(const Platform& platform, const std::string& backupFolder) {
+  const std::optional<Value> stored = platform.defaults.object(key::LastBackupUID);
+  const auto* name = stored ? stored->get<std::string>() : nullptr;
+  if (name == nullptr || !isIdentifier(*name)) return std::nullopt;
+  return backupFolder + "/" + *name;
+}
+
+std::string errorText(const Result<>& outcome) { return outcome ? "(null)" : outcome.error(); }
+
+}  // namespace
+
+void QMBillsLoader::backupDatabase() {
+  platform_.log.line("Starting Backup");
+  const Date now = platform_.clock.now();
+  const std::optional<Date> last = dateSetting(platform_.defaults, key::LastBackup);
+  if (last && normalizedDate(*last) == normalizedDate(now))
+    return platform_.log.line("Database already backed Up today");
+
+  const std::string id = QMUIDMaker{platform_.random}.makeUID();
+  const std::string backupFolder = tallyvaneBackupPath();
+  const Result<> copied = platform_.files.copy(tallyvaneDirectory().value_or(std::string()), backupFolder + "/" + id);
+  if (!copied) platform_.log.diagnostic("No backup was made: " + copied.error());
+  platform_.log.line("Database backed up.");
+
+  const std::optional<std::string> previous = newestBackup(platform_, backupFolder);
+  (void)platform_.defaults.set(key::LastBackup, now);
+  (void)platform_.defaults.set(key::LastBackupUID, id);
+  if (previous) (void)platform_.files.remove(*previous);
+}
+
+bool QMBillsLoader::restoreDatabase() {
+  platform_.log.line("Starting Restore...");
+  const std::optional<std::string> source = newestBackup(platform_, tallyvaneBackupPath());
+  if (!source || !platform_.files.exists(*source + "/" + std::string(billIndexName))) return false;
+
+  platform_.log.line("Trying to Restore");
+  const std::string target = tallyvaneDirectory().value_or(std::string());
+  if (platform_.files.exists(target)) {
+    const Result<> removed = platform_.files.remove(target);
+    platform_.log.line(removed ? "Removed 1" : "Removed 0");
+    platform_.log.line("Error: " + errorText(removed));
+  }
+  const Result<> copied = platform_.files.copy(*source, target);
+  platform_.log.line("Error: " + errorText(copied));
+  return static_cast<bool>(copied);
+}
+
+std::string QMBillsLoader::lastBackedUpNaturalDate() {
+  const Date last = dateSetting(platform_.defaults, key::LastBackup).value_or(distantPast);
+  return createDueDateStringWithDate(normalizedDate(last));
+}
+
+}  // namespace tallyvane
