@@ -25,9 +25,27 @@ Desktop::Desktop(const std::string& folder)
       defaults(folder + "/settings.plist", files, log, Durability::synced),
       groupDefaults(folder + "/group.plist", files, log, Durability::cached),
       cloud(folder + "/cloud.plist", files, log),
-      platform{clock,     region,  random,    guardedFiles, resources, bookmarks, defaults,  &groupDefaults, cloud,
-               calendars, nullptr, workspace, application,  statusBar, http,      mainQueue, mimeTypes,      log} {
-  defaults.registerDefaults(programs::firstValues(region));
+      platform{.clock = clock,
+               .region = rest.region,
+               .random = random,
+               .files = guardedFiles,
+               .resources = resources,
+               .bookmarks = bookmarks,
+               .defaults = defaults,
+               .groupDefaults = &groupDefaults,
+               .cloud = cloud,
+               .calendars = rest.calendars,
+               .notifications = nullptr,
+               .workspace = rest.workspace,
+               .application = rest.workspace,
+               .statusBar = rest.statusBar,
+               .http = rest.http,
+               .workQueue = rest.workQueue,
+               .mainQueue = rest.mainQueue,
+               .mimeTypes = rest.mimeTypes,
+               .mail = rest.mail,
+               .log = log} {
+  defaults.registerDefaults(programs::firstValues(rest.region));
 }
 
 }  // namespace tallyvane::bench

@@ -8,12 +8,11 @@
 #include "freedesktop/FileBookmarks.h"
 #include "freedesktop/InstalledResources.h"
 #include "freedesktop/LocalKeyValueStore.h"
-#include "freedesktop/NoServices.h"
 #include "freedesktop/PlistUserDefaults.h"
 #include "freedesktop/PosixFileStore.h"
-#include "freedesktop/QueuedMainQueue.h"
 #include "freedesktop/SystemRandom.h"
 #include "platform/Platform.h"
+#include "support/Fakes.h"
 
 namespace tallyvane::bench {
 
@@ -59,19 +58,13 @@ class SilentLog : public Log {
   void diagnostic(std::string_view /*text*/) override {}
 };
 
-class NoWorkspace : public Workspace {
- public:
-  [[nodiscard]] std::vector<std::string> runningApplications() override { return {}; }
-  Result<> openUrl(const std::string& url) override { return Error{url}; }
-};
-
-/// The adapters that the programs use for files and settings, and the same guard, over a folder. The clock stands
-/// still.
+/// The adapters that the programs use for files and settings, and the same guard, over a folder; the rest of the
+/// desktop is not measured and lives in memory. The clock stands still.
 struct Desktop {
   explicit Desktop(const std::string& folder);
 
+  testing::FakeDesktop rest;
   FixedClock clock;
-  Region region{"en_US", "America/New_York", {}};
   SystemRandom random;
   SilentLog log;
   CountingFileStore files;
@@ -81,13 +74,6 @@ struct Desktop {
   PlistUserDefaults defaults;
   PlistUserDefaults groupDefaults;
   LocalKeyValueStore cloud;
-  NoCalendarStore calendars;
-  NoWorkspace workspace;
-  NoApplication application;
-  NoStatusBar statusBar;
-  NoHttpTransport http;
-  QueuedMainQueue mainQueue;
-  NoMimeTypes mimeTypes;
   Platform platform;
 };
 

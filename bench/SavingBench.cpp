@@ -3,13 +3,16 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
 #include "Household.h"
 #include "Ratio.h"
+#include "payments/QMPaymentLogger.h"
 #include "storage/QMBill.h"
+#include "storage/QMBillsLoader.h"
 
 namespace tallyvane::bench {
 namespace {
@@ -62,36 +65,67 @@ QMBill billOf(const Platform& platform, const Dictionary& stored) {
   return bill;
 }
 
-/// A bill that is in the index already, so that every turn saves the same bytes.
+/// An edit of a bill that is in the index: every turn changes its amount to the other of two.
 void writeBill(benchmark::State& state) {
   const auto bills = static_cast<std::size_t>(state.range(0));
   Household& household = Household::of(bills);
   Desktop desktop(household.folder());
   QMBill bill = billOf(desktop.platform, household.bill(bills / 2));
-  bill.writeBill(false);
-  std::vector<Content> contents;
-  for (const std::string& path : {household.billFiles()[bills / 2], household.indexFile(), household.tagFile()})
-    contents.push_back(contentOf(path));
+  const std::array<double, 2> amounts{100.25, 200.25};
+  std::array<std::vector<Content>, 2> contents;
+  for (std::size_t i = 0; i < amounts.size(); ++i) {
+    bill.amount = Value(amounts[i]);
+    bill.writeBill(false);
+    for (const std::string& path : {household.billFiles()[bills / 2], household.indexFile(), household.tagFile()})
+      contents[i].push_back(contentOf(path));
+  }
   const std::string folder = household.folder() + "/Tallyvane/Tallyvane.tvdata";
 
+  std::size_t turn = 0;
   compareWithFloor(
       state, Work::elsewhere, bills <= 1000 ? 1.3 : 3,
       [&] {
-        for (const Content& content : contents) replaceDurably(folder, content.path, content.bytes);
-        return contents.size();
+        const std::vector<Content>& same = contents[++turn % 2];
+        for (const Content& content : same) replaceDurably(folder, content.path, content.bytes);
+        return same.size();
       },
       [&] {
         desktop.files.savedPaths.clear();
+        bill.amount = Value(amounts[(turn + 1) % 2]);
         bill.writeBill(false);
         return desktop.files.savedPaths.size();
       });
   state.counters["files_saved"] = static_cast<double>(desktop.files.savedPaths.size());
-  for (const Content& content : contents) {
+  for (const Content& content : contents[(turn + 1) % 2]) {
     if (contentOf(content.path).bytes != content.bytes)
       state.SkipWithError("floor and operation saved different bytes");
   }
 }
 BENCHMARK(writeBill)->UseManualTime()->Unit(benchmark::kMillisecond)->Arg(1000)->Arg(10000)->Iterations(200);
+
+/// Records a payment of the stored bill, always on top of the same list.
+std::size_t recordPayment(const Platform& platform, const std::string& bid, const Array& payments) {
+  Dictionary bill = QMBillsLoader{platform}.loadBillWithID(bid).value_or(Dictionary());
+  bill.set("PaymentList", payments);
+  QMPaymentLogger{platform}.recordPaymentForBill({Value(12.5), FixedClock::today, "", ""}, bill);
+  return bill.size();
+}
+
+/// The same bill in a folder of 10,000, against a folder of 10.
+void recordPayment(benchmark::State& state) {
+  Household& large = Household::of(10000);
+  const Household small(10);
+  const Dictionary bill = large.bill(5000);
+  const auto bid = bill.valueOr("Bid", std::string());
+  const auto payments = bill.valueOr("PaymentList", Array());
+  Desktop many(large.folder());
+  Desktop few(small.folder());
+  QMBill{few.platform}.rewriteSpecificBill(bill);
+  compareWithFloor(
+      state, Work::elsewhere, 1.1, [&] { return recordPayment(few.platform, bid, payments); },
+      [&] { return recordPayment(many.platform, bid, payments); });
+}
+BENCHMARK(recordPayment)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(300);
 
 /// How many files of the data folder are saved; the bound is on that number.
 void rewriteSpecificBill(benchmark::State& state) {

@@ -1,0 +1,134 @@
+#include "analysis/QMMonthlyGraphManager.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "analysis/QMIndexManager.h"
+#include "support/Analysis.h"
+
+namespace tallyvane::testing {
+namespace {
+
+TEST(MonthlyGraph, ShowsThe23NewestPaymentsNewestFirst) {
+  FakeDesktop desktop;
+  const QMMonthlyGraphManager manager{desktop.platform};
+  std::vector<Value> payments;
+  for (unsigned day = 1; day <= 30; ++day) payments.emplace_back(payment(day, noon(2027, 1, (day * 7) % 30 + 1)));
+  payments.emplace_back(without(payment(500, 0), "Date"));
+  const Dictionary paid = billPaid(payments);
+  const Array graphs = manager.listOfPaymentsByPaymentForBill(paid);
+  Array labels;
+  for (int day = 30; day >= 8; --day) labels.emplace_back("J " + std::to_string(day));
+  EXPECT_EQ(graphList(graphs, "Labels"), padded(labels, ""));
+  const Array amounts = graphList(graphs, "Amounts");
+  EXPECT_EQ(amounts[0], Value("$17.00"));  // 17 * 7 = 119, the 30th
+  EXPECT_EQ(amounts[23], Value("$0.00"));
+  EXPECT_EQ(graphList(graphs, "Heights")[0], Value(17.0F / 29.0F));  // the 30 stands at day 1, not shown
+  EXPECT_EQ(paid, billPaid(payments)) << "the bill's own list was reordered";
+}
+
+TEST(MonthlyGraph, KeepsAmountsAsTheyAreAndPutsUndatedPaymentsLast) {
+  FakeDesktop desktop;
+  const QMMonthlyGraphManager manager{desktop.platform};
+  const Date day = noon(2027, 1, 5);
+  const Array list{"scribble", payment(3, "2027-01-01"), payment("2.5", day), payment(-4, day),
+                   without(payment(0, noon(2026, 12, 5)), "Amount")};
+  EXPECT_EQ(arrayOf(manager.datesForPayments(list)), padded({"J 5", "J 5", "D 5"}, ""));
+  const Array amounts = manager.amountsForPayments(list);
+  EXPECT_EQ(amounts, padded({2.5F, -4, 0.0F, 3}, 0.0F));
+  EXPECT_EQ(manager.paymentHeightByMonthForPayments(amounts), padded({2.5F / 3, 0.0F, 0.0F, 1.0F}, 0.0F));
+  EXPECT_EQ(manager.amountStringsByMonthForAmounts(amounts)[1], "-$4.00");
+}
+
+TEST(MonthlyGraph, OfNoPaymentsIsEmptyInAllPositions) {
+  FakeDesktop desktop;
+  for (const Value& list : {Value(Array()), Value("no list")}) {
+    const Array graphs =
+        QMMonthlyGraphManager{desktop.platform}.listOfPaymentsByPaymentForBill(with(billPaid({}), "PaymentList", list));
+    EXPECT_EQ(keysOf(*graphs[0].get<Dictionary>()),
+              (std::vector<std::string>{"Labels", "Amounts", "Heights", "Images"}));
+    EXPECT_EQ(graphList(graphs, "Labels"), padded({}, ""));
+    EXPECT_EQ(graphList(graphs, "Amounts"), padded({}, "$0.00"));
+    EXPECT_EQ(graphList(graphs, "Heights"), padded({}, 0.0F));
+  }
+}
+
+TEST(MonthlyGraph, SumsTheMonthsThatItShows) {
+  FakeDesktop desktop;
+  const Dictionary paid =
+      billPaid({payment(1.1, noon(2027, 3, 1)), payment(2.2, noon(2027, 3, 31)), payment(4, noon(2027, 4, 1)),
+                payment(8, noon(2025, 4, 1)), payment(16, noon(2025, 3, 31)), payment(32, "2027-03-01"),
+                payment(64, noon(2027, 3, 1) - std::chrono::hours{17})});
+  const Array graphs = QMMonthlyGraphManager{desktop.platform}.listOfPaymentsByMonthForBill(paid);
+  Array heights = padded({(1.1F + 2.2F) / 64.0F, 1.0F}, 0.0F);
+  heights[23] = 8.0F / 64.0F;
+  EXPECT_EQ(graphList(graphs, "Heights"), heights);
+  EXPECT_EQ(graphList(graphs, "Amounts")[0], Value("$3.30"));
+  EXPECT_EQ(graphList(graphs, "Labels")[0], Value("Mar"));
+  EXPECT_EQ(graphList(graphs, "Labels")[23], Value("Apr"));
+}
+
+TEST(MonthlyGraph, CountsMonthsBackFromTheLastDayOfALongOne) {
+  FakeDesktop desktop;
+  desktop.clock.moment = noon(2027, 3, 31);
+  const auto months = QMMonthlyGraphManager{desktop.platform}.months();
+  EXPECT_EQ(std::vector<std::string>(months.begin(), months.begin() + 4),
+            (std::vector<std::string>{"Mar", "Feb", "Jan", "Dec"}));
+}
+
+TEST(MonthlyGraph, ChoosesPicturesByTheYearOfThePosition) {
+  FakeDesktop desktop;
+  desktop.clock.moment = noon(2027, 1, 15);
+  std::vector<std::string> expected(24, "oldbar.png");
+  expected[0] = "orchidbar.png";
+  std::fill(expected.begin() + 1, expected.begin() + 13, "blackbar.png");
+  EXPECT_EQ(QMMonthlyGraphManager{desktop.platform}.graphImagesForMonths(), expected);
+}
+
+TEST(MonthlyGraph, FollowsTheUsersCalendar) {
+  FakeDesktop desktop;
+  desktop.region.locale = "fa_IR";
+  desktop.clock.moment = noon(2027, 3, 21);  // the first day of 1406
+  const QMMonthlyGraphManager manager{desktop.platform};
+  EXPECT_EQ(manager.paymentAmountsByMonthForList({payment(1, noon(2027, 3, 20)), payment(2, noon(2027, 3, 22))}),
+            padded({2.0F, 1.0F}, 0.0F));
+  EXPECT_EQ(manager.graphImagesForMonths()[1], "blackbar.png");
+}
+
+TEST(PaidTotals, CountThePaymentsOfAMonthInBillsLastPaidInIt) {
+  FakeDesktop desktop;
+  const auto lastPaid = [](Value last, const std::vector<Value>& payments) {
+    return with(billPaid(payments), "LastPayment", std::move(last));
+  };
+  const Date march = noon(2027, 3, 5);
+  const Date february = noon(2027, 2, 5);
+  const std::vector<Value> payments{payment(1.1, march),
+                                    payment(2.2, noon(2027, 3, 31)),
+                                    payment(4, noon(2026, 3, 5)),
+                                    payment(8, february),
+                                    payment("16", march),
+                                    payment(32, "2027-03-01"),
+                                    7};
+  const struct {
+    std::vector<Dictionary> bills;
+    Date date;
+    Array result;
+  } rows[] = {
+      {{}, march, {0, 0.0F}},
+      {{lastPaid(march, payments)}, march, {3, 1.1F + 2.2F + 16.0F}},
+      {{lastPaid(march, payments)}, february, {0, 0.0F}},  // paid again later
+      {{lastPaid(noon(2026, 3, 5), payments)}, march, {0, 0.0F}},
+      {{lastPaid(march, {}), lastPaid("March", payments), without(billPaid(payments), "LastPayment")},
+       march,
+       {0, 0.0F}},
+      {{lastPaid(march, payments), lastPaid(march, payments)}, march, {6, (1.1F + 2.2F + 16.0F) * 2}},
+  };
+  QMIndexManager manager{desktop.platform};
+  for (const auto& row : rows) {
+    EXPECT_EQ(manager.calculateTotalPaidinArrayForDate(row.bills, row.date), row.result);
+    EXPECT_EQ(Value(manager.totalPaymentsThisMonth), row.result[0]);
+  }
+}
+
+}  // namespace
+}  // namespace tallyvane::testing
