@@ -1,0 +1,121 @@
+#include "import/QMImportManager.h"
+
+#include <gmock/gmock.h>
+
+#include "support/Bills.h"
+#include "support/OldFolder.h"
+
+namespace tallyvane::testing {
+namespace {
+
+TEST_F(Import, EachOldKeyBecomesItsFieldOfToday) {
+  putOld("Rent.plist", oldBill());
+  desktop.files.putPlist(oldFolder + "/receipts/R1/a.pdf", "receipt");
+  const Dictionary bill = imported();
+  EXPECT_THAT(keysOf(bill), ElementsAre("Name", "Bid", "Icon", "DueDate", "Repeat", "Average", "LastPayment",
+                                        "TotalPaid", "RemindMe", "PaySite", "PaymentList", "ReminderDays", "Balance",
+                                        "Interest", "Notes", "Tags", "Amount", "PayType", "Rev"));
+  const Dictionary expected{{"Name", "Rent"},
+                            {"Icon", "32x32-house"},
+                            {"DueDate", noon(2015, 6, 1)},
+                            {"Repeat", Array{1, 2}},
+                            {"Average", 12.5},
+                            {"LastPayment", noon(2015, 5, 1)},
+                            {"TotalPaid", 5.0},
+                            {"RemindMe", true},
+                            {"PaySite", "http://pay.example"},
+                            {"ReminderDays", 3},
+                            {"Balance", 7.5},
+                            {"Interest", 0.1},
+                            {"Notes", "note"},
+                            {"Tags", Array{"Home"}},
+                            {"Amount", 99.9F},
+                            {"PayType", 1},
+                            {"Rev", 0.0}};
+  for (const auto& [key, value] : expected) EXPECT_EQ(*bill.find(key), value) << key;
+  EXPECT_EQ(payment(bill, 0),
+            (Dictionary{{"Amount", 10}, {"Date", noon(2015, 5, 1)}, {"Note", "5 in cash"}, {"Receipt", ""}}));
+  EXPECT_EQ(*payment(bill, 1).find("Amount"), Value(1250.5));
+  EXPECT_THAT(payment(bill, 1).valueOr("Receipt", std::string()), HasSubstr(dataFolder));
+  EXPECT_TRUE(desktop.files.exists(payment(bill, 1).valueOr("Receipt", std::string())));
+  EXPECT_TRUE(desktop.files.exists(oldFolder + "/Data/Rent.plist"));
+  EXPECT_THAT(desktop.log.lines, Contains("Data Folder Exists at Selected Location: 1"));
+  EXPECT_THAT(desktop.log.lines, Contains("URL of Folder to Import From: file:///media/old/Tallyvane/Data/"));
+  EXPECT_THAT(desktop.log.lines, Contains("Files found: (a.pdf)"));
+}
+
+TEST_F(Import, OldTextsMapExactlyToTodaysNumbersAndNames) {
+  const std::pair<const char*, int> units[] = {{"Weeks", 0}, {"Twice", 1},  {"Months", 2}, {"Days", 3},
+                                               {"Never", 4}, {"Yearly", 0}, {"never", 0}};
+  for (const auto& [text, unit] : units) EXPECT_EQ(importer.calculateRepeatBWithString(text), unit) << text;
+  const std::pair<const char*, int> types[] = {{"Online", 0}, {"Automatic", 1}, {"Check", 4}, {"", 4}};
+  for (const auto& [text, type] : types) EXPECT_EQ(importer.calculatePayTypeWithString(text), type) << text;
+  const std::pair<const char*, const char*> icons[] = {{"bill_couch.png", "32x32-Furtinure"},
+                                                       {"bill_card2.png", "32x32-Credticard-B"},
+                                                       {"bill_water", "32x32-Shopping"}};
+  for (const auto& [old, icon] : icons) EXPECT_EQ(importer.convertIconWithIcon(old), icon) << old;
+}
+
+TEST_F(Import, ABillForOnceThatWasPaidIsNeverDueAgain) {
+  const Dictionary once = with(oldBill(), "Repeat_b", "Never");
+  putOld("Paid.plist", once);
+  EXPECT_EQ(*imported().find("DueDate"), Value(distantFuture));
+  FakeDesktop other;
+  other.files.putPlist(oldFolder + "/Data/Open.plist", without(once, "Pay_Amounts"));
+  EXPECT_TRUE(QMImportManager{other.platform}.importDataFromPreviousVersionAtPath(oldFolder));
+  const auto bid = stringsOf(indexOf(other).get<Array>("ActiveBills")).at(0);
+  EXPECT_EQ(*fileOf(other, bid + ".plist").find("DueDate"), Value(noon(2015, 6, 1)));
+}
+
+TEST_F(Import, PaymentsWithoutAReadableDateOrReceiptKeepTheirAmounts) {
+  const Date unknown = std::chrono::sys_days{std::chrono::year{2003} / 12 / 31} + std::chrono::hours{19};
+  putOld("Rent.plist", with(with(with(oldBill(), "Pay_Dates", Array{"1 May"}), "Pay_Amounts", Array{"ten", 2}),
+                            "Pay_Attachment", Array{"gone", "../Data"}));
+  const Dictionary bill = imported();
+  EXPECT_EQ(payment(bill, 0),
+            (Dictionary{{"Amount", 0}, {"Date", unknown}, {"Note", "5 in cash"}, {"Receipt", "gone"}}));
+  EXPECT_EQ(payment(bill, 1), (Dictionary{{"Amount", 2}, {"Date", unknown}, {"Note", "late"}, {"Receipt", "../Data"}}));
+  EXPECT_EQ(*bill.find("LastPayment"), Value(distantPast));
+}
+
+TEST_F(Import, AShorterListOfNotesEndsTheImportAndWhatWasWrittenStays) {
+  putOld("A.plist", oldBill());
+  putOld("B.plist", with(oldBill(), "Pay_Notes", Array{"one"}));
+  EXPECT_THROW((void)importer.importDataFromPreviousVersionAtPath(oldFolder), std::out_of_range);
+  EXPECT_EQ(indexOf(desktop).get<Array>("ActiveBills")->size(), 1U);
+}
+
+TEST_F(Import, ForeignFilesAndFoldersBecomeArchivedBillsAndHiddenOnesNothing) {
+  desktop.files.putPlist(oldFolder + "/Data/x", "y");
+  desktop.files.content[oldFolder + "/Data/x"] = "no property list";
+  desktop.files.content[oldFolder + "/Data/.hidden"] = "";
+  const Dictionary bill = imported("ArchivedBills");
+  EXPECT_THAT(keysOf(bill), ElementsAre("Name", "Bid", "Icon"));
+  EXPECT_EQ(*bill.find("Icon"), Value("32x32-Shopping"));
+  EXPECT_THAT(*indexOf(desktop).get<Array>("ActiveBills"), IsEmpty());
+}
+
+TEST_F(Import, OnlyAFolderOfTheOldNameWithDataInItIsTaken) {
+  (void)desktop.files.createFolder("/media/Tallyvane2/Data");
+  (void)desktop.files.createFolder("/media/Tallyvane");
+  for (const char* path : {"/media/Tallyvane2", "/media/Tallyvane", "/media/tallyvane", ""})
+    EXPECT_FALSE(importer.importDataFromPreviousVersionAtPath(path)) << path;
+  EXPECT_TRUE(desktop.files.content.empty());
+}
+
+TEST_F(Import, ImportingPutsTheDataFolderBackToItsDefaultPlace) {
+  desktop.files.putPlist("/home/ada/.local/share/Tallyvane/Data/Rent.plist", oldBill());
+  EXPECT_TRUE(importer.shouldImportData());
+  EXPECT_EQ(desktop.log.lines.back(), "Tallyvane 5 Data Status: 0");
+  importer.importDataFromPreviousVersion();
+  EXPECT_FALSE(importer.shouldImportData());
+  EXPECT_EQ(*desktop.defaults.content.find("QMCustomLocationEnabled"), Value(false));
+  EXPECT_EQ(*desktop.defaults.content.find("QMCusomLocationTempPath"), Value(""));
+  desktop.defaults.content = Dictionary{{"QMCusomLocationTempPath", "/kept"}};
+  importer.importDataInDefaultLocation();
+  EXPECT_EQ(*desktop.defaults.content.find("QMCusomLocationTempPath"), Value("/kept"));
+  EXPECT_EQ(indexOf(desktop).get<Array>("ActiveBills")->size(), 2U);
+}
+
+}  // namespace
+}  // namespace tallyvane::testing
