@@ -50,7 +50,13 @@ Agent::Agent(SessionBus& bus, sdbus::IConnection& connection, Surroundings surro
           bus, queue_, files_, resources_, pictureFolder(surroundings_.session), log,
           [this](const MenuEntry& entry) { queue_.post([this, entry] { choices_.carryOut(platform(), entry); }); }),
       object_(connection, [this] { queue_.post([this] { choices_.showOverview(platform().region); }); }),
-      loop_(connection, [this] { endOfTurn(); }) {
+      loop_(connection, [this] { endOfTurn(); }),
+      reminders_(
+          connection, [this]() -> programs::DesktopPlatform& { return *hosted_.desktop; },
+          [this](const std::string& bid) { queue_.post([this, bid] { showBill(bid); }); }, log),
+      mail_([this] { return hosted_.desktop.get(); }, log) {
+  reminders_.attachTo(loop_);
+  mail_.attachTo(loop_);
   loop_.add(signals_.descriptor(), [this] {
     if (signals_.askToEnd()) loop_.end();
   });
@@ -75,12 +81,10 @@ void Agent::run() {
   } catch (const sdbus::Error& error) {
     log_.diagnostic("The session bus is gone, so the agent ends: " + error.getMessage());
   }
+  mail_.endRequests();
 }
 
-void Agent::endOfTurn() {
-  queue_.runPending();
-  if (hosted_.desktop) hosted_.desktop->mainQueue().runPending();
-}
+void Agent::endOfTurn() { queue_.runPending(); }
 
 /// The one way in which anything is brought up to date, whatever has changed. Files are watched before they are read,
 /// so that no change falls in between.
@@ -91,9 +95,18 @@ void Agent::refresh() {
     watchFiles();
     waitForMidnight();
     feed();
+    reminders_.bringUpToDate();
   } catch (const std::exception& error) {
     log_.diagnostic(std::string("The status menu could not be brought up to date: ") + error.what());
   }
+}
+
+/// As the menu shows it when it is chosen there.
+void Agent::showBill(const std::string& bid) {
+  MenuEntry entry;
+  entry.kind = MenuEntry::Kind::bill;
+  entry.representedObject = bid;
+  choices_.carryOut(platform(), entry);
 }
 
 /// Under the programs' lock, so that no other program's listing comes between the snapshot and what is told of it.
@@ -119,6 +132,7 @@ void Agent::followRegion() {
     next.menulet->statusItem = hosted_.menulet->statusItem;
     next.menulet->menuIcon = hosted_.menulet->menuIcon;
   }
+  mail_.endRequests();
   hosted_ = std::move(next);
 }
 

@@ -8,7 +8,9 @@
 #include "agent/ApplicationObject.h"
 #include "agent/EventLoop.h"
 #include "agent/FileWatch.h"
+#include "agent/MailRounds.h"
 #include "agent/MenuChoices.h"
+#include "agent/Reminders.h"
 #include "agent/Signals.h"
 #include "agent/Timers.h"
 #include "common/DesktopPlatform.h"
@@ -29,7 +31,7 @@ struct Surroundings {
 
 /// The resident part of the main application: one thread that sleeps until something happens. It hosts the status menu
 /// and keeps it and the widget's numbers true: from its start on, after a change of the data or of the user's settings,
-/// at midnight, and after a change of the clock or the time zone.
+/// at midnight, and after a change of the clock or the time zone. It makes reminders happen, see Reminders.
 class Agent : public Application {
  public:
   /// The open connection and the log outlive it.
@@ -55,6 +57,7 @@ class Agent : public Application {
   void followRegion();
   void watchFiles();
   void waitForMidnight();
+  void showBill(const std::string& bid);
   [[nodiscard]] const Platform& platform() const { return hosted_.desktop->platform(); }
 
   const Surroundings surroundings_;
@@ -72,6 +75,8 @@ class Agent : public Application {
   ApplicationObject object_;
   EventLoop loop_;
   Hosted hosted_;
+  Reminders reminders_;
+  MailRounds mail_;
 };
 
 }  // namespace tallyvane::agent

@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include "common/MailDefaults.h"
 #include "foundation/Calendar.h"
+#include "freedesktop/PosixPaths.h"
 #include "storage/Keys.h"
 
 namespace tallyvane::programs {
@@ -17,10 +19,26 @@ DesktopPlatform::DesktopPlatform(const XdgFolders& folders, Region region, Log& 
       defaults_(paths_.settings, files_, log, Durability::synced),
       groupDefaults_(paths_.groupSettings, files_, log, Durability::cached),
       cloud_(paths_.cloudMirror, files_, log),
-      platform_{clock_,      region_,         random_, guardedFiles_, resources_, bookmarks_,
-                defaults_,   &groupDefaults_, cloud_,  calendars_,    nullptr,    workspace,
-                application, statusBar,       http_,   mainQueue_,    mimeTypes_, log} {
+      calendars_([this] { return calendarFolder(); }, files_, clock_, region_, log),
+      notifications_(paths_.notifications, files_, random_, log),
+      mail_(builtMailService(), folders, files_, log),
+      http_(httpModuleOf(ownExecutable()), mail_),
+      mimeTypes_(folders, files_),
+      platform_{clock_,          region_,    random_,    guardedFiles_,   resources_, bookmarks_,  defaults_,
+                &groupDefaults_, cloud_,     calendars_, &notifications_, workspace,  application, statusBar,
+                http_,           workQueue_, mainQueue_, mimeTypes_,      mail_,      log} {
   defaults_.registerDefaults(firstValues(region_));
+}
+
+void DesktopPlatform::endRequests() {
+  workQueue_.end();
+  mainQueue_.runPending();
+}
+
+std::string DesktopPlatform::calendarFolder() {
+  const std::optional<Value> chosen = defaults_.object(key::CalendarFolder);
+  const auto* path = chosen ? chosen->get<std::string>() : nullptr;
+  return path == nullptr || path->empty() ? paths_.calendars : withoutTrailingSlashes(*path);
 }
 
 Dictionary firstValues(const Region& region) {

@@ -3,14 +3,20 @@
 #include "common/GuardedFileStore.h"
 #include "common/ProgramPaths.h"
 #include "freedesktop/FileBookmarks.h"
+#include "freedesktop/FolderCalendarStore.h"
+#include "freedesktop/InstalledMailSettings.h"
 #include "freedesktop/InstalledResources.h"
+#include "freedesktop/LoadedHttpTransport.h"
 #include "freedesktop/LocalKeyValueStore.h"
 #include "freedesktop/NoServices.h"
+#include "freedesktop/PlistNotificationCenter.h"
 #include "freedesktop/PlistUserDefaults.h"
 #include "freedesktop/PosixFileStore.h"
 #include "freedesktop/QueuedMainQueue.h"
+#include "freedesktop/SharedMimeTypes.h"
 #include "freedesktop/SystemClock.h"
 #include "freedesktop/SystemRandom.h"
+#include "freedesktop/ThreadWorkQueue.h"
 #include "platform/Platform.h"
 
 namespace tallyvane::programs {
@@ -24,15 +30,22 @@ class DesktopPlatform {
  public:
   DesktopPlatform(const XdgFolders& folders, Region region, Log& log, Workspace& workspace, StatusBar& statusBar,
                   Application& application);
+  ~DesktopPlatform() { endRequests(); }
   DesktopPlatform(const DesktopPlatform&) = delete;
   DesktopPlatform& operator=(const DesktopPlatform&) = delete;
 
   [[nodiscard]] Platform& platform() { return platform_; }
   [[nodiscard]] const ProgramPaths& paths() const { return paths_; }
   [[nodiscard]] GuardedFileStore& files() { return guardedFiles_; }
+  [[nodiscard]] PlistNotificationCenter& notifications() { return notifications_; }
   [[nodiscard]] QueuedMainQueue& mainQueue() { return mainQueue_; }
+  /// Cancels the requests that still run and runs their callbacks, which put back what was not sent. None may be
+  /// started from then on.
+  void endRequests();
 
  private:
+  [[nodiscard]] std::string calendarFolder();
+
   const ProgramPaths paths_;
   const Region region_;
   SystemClock clock_;
@@ -44,10 +57,13 @@ class DesktopPlatform {
   PlistUserDefaults defaults_;
   PlistUserDefaults groupDefaults_;
   LocalKeyValueStore cloud_;
-  NoCalendarStore calendars_;
-  NoHttpTransport http_;
+  FolderCalendarStore calendars_;
+  PlistNotificationCenter notifications_;
+  InstalledMailSettings mail_;
+  LoadedHttpTransport http_;
   QueuedMainQueue mainQueue_;
-  NoMimeTypes mimeTypes_;
+  SharedMimeTypes mimeTypes_;
+  ThreadWorkQueue workQueue_;
   Platform platform_;
 };
 

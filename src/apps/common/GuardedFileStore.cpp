@@ -68,7 +68,7 @@ Result<> GuardedFileStore::saveGuarded(const std::string& path, std::string_view
     if (inner_.exists(path)) return Error{earlier.error()};
     return changed(inner_.save(path, bytes, durability), removing(path));
   }
-  if (path.ends_with(".plist") && !isReplaceableBy(*earlier, bytes)) {
+  if (path.ends_with(".plist") && *earlier != bytes && !isReplaceableBy(*earlier, bytes)) {
     if (Result<> kept = setAside(inner_, log_, path); !kept) return kept;
   }
   return changed(inner_.save(path, bytes, durability), savingAgain(path, std::move(*earlier)));

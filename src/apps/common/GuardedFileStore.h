@@ -23,6 +23,8 @@ class GuardedFileStore : public FileStore {
   GuardedFileStore(FileStore& inner, Log& log) : inner_(inner), log_(log) {}
 
   void begin();
+  /// Whether the operation has changed anything that would be put back.
+  [[nodiscard]] bool hasChanged() const { return !undo_.empty(); }
   /// The first save that failed, if any did; then the files are as they were at `begin`, or the error also says which
   /// could not be put back.
   Result<> finish();
@@ -31,6 +33,15 @@ class GuardedFileStore : public FileStore {
 
   [[nodiscard]] Result<std::string> read(const std::string& path) override { return inner_.read(path); }
   Result<> save(const std::string& path, std::string_view bytes, Durability durability = Durability::synced) override;
+  [[nodiscard]] Result<std::string> readPart(const std::string& path, std::uint64_t offset,
+                                             std::size_t count) override {
+    return inner_.readPart(path, offset, count);
+  }
+  /// Temporaries are no files of the user's: nothing is put back.
+  [[nodiscard]] Result<std::string> makeTemporary() override { return inner_.makeTemporary(); }
+  Result<> append(const std::string& temporary, std::string_view bytes) override {
+    return inner_.append(temporary, bytes);
+  }
   [[nodiscard]] bool exists(const std::string& path) override { return inner_.exists(path); }
   [[nodiscard]] bool isFolder(const std::string& path) override { return inner_.isFolder(path); }
   Result<> createFolder(const std::string& path) override { return inner_.createFolder(path); }

@@ -9,6 +9,8 @@ ProgramPaths ProgramPaths::in(const XdgFolders& folders) {
           .settings = config + "com.Quillmoor.Tallyvane.plist",
           .groupSettings = config + "group.Quillmoor.Tallyvane.plist",
           .cloudMirror = state + "cloud.plist",
+          .calendars = folders.dataHome + "/calendars",
+          .notifications = state + "notifications.plist",
           .lock = state + "lock"};
 }
 

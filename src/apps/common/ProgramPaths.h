@@ -12,7 +12,9 @@ struct ProgramPaths {
   std::string settings;                  ///< the user's own settings
   std::string groupSettings;             ///< shared with the widget; a cache that every listing of bills rewrites
   std::string cloudMirror;
-  std::string lock;  ///< locked by the program that is changing the data
+  std::string calendars;      ///< a folder of calendars, unless the user names another
+  std::string notifications;  ///< which are scheduled and which were delivered
+  std::string lock;           ///< locked by the program that is changing the data
 
   [[nodiscard]] static ProgramPaths in(const XdgFolders& folders);
 };

@@ -92,6 +92,15 @@ TEST_F(DesktopPlatformTest, KeepsEachStoreInItsPlace) {
   EXPECT_THAT(contentOf(home.path + "/config/Tallyvane/com.Quillmoor.Tallyvane.plist"), HasSubstr("<key>s</key>"));
   EXPECT_THAT(contentOf(home.path + "/config/Tallyvane/group.Quillmoor.Tallyvane.plist"), HasSubstr("<key>g</key>"));
   EXPECT_THAT(contentOf(home.path + "/state/Tallyvane/cloud.plist"), HasSubstr("<key>c</key>"));
+  ASSERT_TRUE(platform.notifications->schedule(UserNotification{}));
+  EXPECT_THAT(contentOf(home.path + "/state/Tallyvane/notifications.plist"), HasSubstr("<key>Scheduled</key>"));
+  for (const std::string root : {"/share/calendars", "/chosen"}) {
+    if (root == "/chosen") {
+      ASSERT_TRUE(platform.defaults.set("QMCalendarFolder", home.path + root + "/"));
+    }
+    ASSERT_TRUE(platform.calendars.save(EventCalendar{"", "Bills", std::nullopt}));
+    EXPECT_EQ(contentOf(home.path + root + "/Bills/displayname"), "Bills");
+  }
 }
 
 }  // namespace

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <sdbus-c++/sdbus-c++.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "freedesktop/NotificationService.h"
+#include "freedesktop/PlistNotificationCenter.h"
+#include "platform/Log.h"
+
+namespace tallyvane::agent {
+
+/// Shows what is due through the desktop's notification service, and closes what has been removed since. While there is
+/// no service, or it cannot show anything, the schedule waits.
+class Deliveries {
+ public:
+  struct Needs {
+    std::function<PlistNotificationCenter&()> center;  ///< asked at every use
+    std::function<Date()> now;
+    std::function<void()> appeared;                          ///< a service has started: deliver again
+    std::function<void(const Dictionary& userInfo)> viewed;  ///< the user asks for what a notification is about
+  };
+  /// The connection and the log outlive it.
+  Deliveries(sdbus::IConnection& connection, Needs needs, Log& log);
+
+  /// Brings the screen in line with the lists, as far as it goes now; the service answers later.
+  void deliver(Date now);
+
+ private:
+  void show(const UserNotification& notification);
+  void shown(const UserNotification& notification, const Result<ShownId>& shown);
+  void closeWithdrawn();
+  [[nodiscard]] bool isOnItsWay(const UserNotification& notification) const;
+  void note(const Result<>& outcome);
+
+  Needs needs_;
+  Log& log_;
+  std::vector<UserNotification> onTheirWay_;  ///< asked for, not yet answered
+  bool saidWaiting_ = false;
+  NotificationService service_;
+};
+
+}  // namespace tallyvane::agent
