@@ -91,10 +91,23 @@ void requireReadableData(const Platform& platform) {
   if (!platform.files.isFolder(*folder)) {
     couldNot("The data folder is not there: " + *folder + ". Make it or bring it back, and check its permissions.");
   }
-  const std::string path = *folder + "/" + std::string(billIndexName);
+  requireReadableFile(platform, *folder + "/" + std::string(billIndexName), "list of bills");
+}
+
+void requireReadableFile(const Platform& platform, const std::string& path, std::string_view what) {
   Reason reason;
   if (readPropertyListFile<Dictionary>(platform.files, reason, path) || reason.text.empty()) return;
-  couldNot("The list of bills: " + reason.text + ". Put back a good copy of this file, or move it away.");
+  couldNot(fmt::format("The {}: {}. Put back a good copy of this file, or move it away.", what, reason.text));
+}
+
+std::vector<Dictionary> contentsOf(const Platform& platform, const std::vector<Group>& groups) {
+  std::vector<Dictionary> contents;
+  for (ListedBill& bill : allBills(platform)) {
+    const bool isMeant =
+        std::any_of(groups.begin(), groups.end(), [&](const Group& g) { return g.key == bill.group.key; });
+    if (isMeant) contents.push_back(std::move(bill.content));
+  }
+  return contents;
 }
 
 std::vector<ListedBill> allBills(const Platform& platform) {

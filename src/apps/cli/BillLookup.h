@@ -23,6 +23,12 @@ struct ListedBill {
 /// told that there are no bills.
 void requireReadableData(const Platform& platform);
 
+/// Fails when the file is there but is no dictionary that can be read. `what` names it for the person.
+void requireReadableFile(const Platform& platform, const std::string& path, std::string_view what);
+
+/// The contents of the bills of these groups, as in the files.
+[[nodiscard]] std::vector<Dictionary> contentsOf(const Platform& platform, const std::vector<Group>& groups);
+
 /// Every bill of the index whose file can be read, once, in the order active, archived, deleted. One that stands in
 /// several lists counts for the first of them. Fails as above.
 [[nodiscard]] std::vector<ListedBill> allBills(const Platform& platform);

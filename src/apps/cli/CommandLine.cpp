@@ -13,8 +13,10 @@ namespace tallyvane::cli {
 namespace {
 
 void addCommands(CLI::App& app, Invocation& invocation) {
-  for (const auto add : {addOverview, addShow, addAdd, addEdit, addArchive, addRestore, addDelete, addDeleteAll,
-                         addTags, addIcons, addRepeat, addSettings, addMenu, addWidget}) {
+  for (const auto add :
+       {addOverview, addShow,  addAdd,      addEdit,     addArchive, addRestore, addDelete, addDeleteAll,
+        addPay,      addUndo,  addPayments, addAutopay,  addStats,   addGraph,   addPaid,   addIncome,
+        addTags,     addIcons, addRepeat,   addSettings, addImport,  addMenu,    addWidget, addMail}) {
     add(app, invocation);
   }
 }

@@ -20,6 +20,8 @@ std::string_view escapeSequence(Colour colour) {
       return "\x1b[32m";
     case Colour::blue:
       return "\x1b[34m";
+    case Colour::magenta:
+      return "\x1b[35m";
     case Colour::none:
       break;
   }

@@ -9,7 +9,7 @@
 
 namespace tallyvane::cli {
 
-enum class Colour { none, bold, dim, red, yellow, green, blue };
+enum class Colour { none, bold, dim, red, yellow, green, blue, magenta };
 
 /// What is at the other end of the output.
 struct Terminal {

@@ -11,8 +11,8 @@ namespace tallyvane::cli {
 /// What a program's exit status says.
 enum class ExitStatus { done = 0, couldNot = 1, wrongUsage = 2 };
 
-/// Ends a command: one sentence for standard error, and the exit status. Thrown before anything was written, or after
-/// what was written has been put back.
+/// Ends a command: one sentence for standard error, and the exit status. What the command has written by then is put
+/// back (see Session::write).
 class Failure : public std::runtime_error {
  public:
   Failure(ExitStatus status, const std::string& sentence) : std::runtime_error(sentence), status_(status) {}

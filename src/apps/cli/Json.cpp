@@ -1,5 +1,9 @@
 #include "cli/Json.h"
 
+#include <fmt/format.h>
+
+#include <cmath>
+
 #include "cli/BillText.h"
 #include "cli/DisplayText.h"
 #include "foundation/NumberReading.h"
@@ -40,11 +44,7 @@ Json paymentsJson(const Platform& platform, const Array* payments) {
   if (payments == nullptr) return list;
   for (const Value& element : *payments) {
     const Dictionary* payment = element.get<Dictionary>();
-    if (payment == nullptr) continue;
-    list.push_back({{"amount", numberJson(payment->find("Amount"))},
-                    {"date", dayJson(platform, payment->get<Date>("Date"))},
-                    {"note", payment->valueOr("Note", std::string())},
-                    {"receipt", payment->valueOr("Receipt", std::string())}});
+    if (payment != nullptr) list.push_back(paymentJson(platform, *payment));
   }
   return list;
 }
@@ -55,6 +55,13 @@ Json lastPaymentJson(const Platform& platform, const Dictionary& row) {
 }
 
 }  // namespace
+
+Json paymentJson(const Platform& platform, const Dictionary& payment) {
+  return {{"amount", numberJson(payment.find(key::Amount))},
+          {"date", dayJson(platform, payment.get<Date>(key::Date))},
+          {"note", payment.valueOr(key::Note, std::string())},
+          {"receipt", payment.valueOr(key::Receipt, std::string())}};
+}
 
 Json billJson(const Platform& platform, const Dictionary& row, std::string_view groupWord) {
   const QMBillsLoader loader{platform};
@@ -89,6 +96,10 @@ Json billJson(const Platform& platform, const Dictionary& row, std::string_view 
           {"lastPayment", lastPaymentJson(platform, row)},
           {"payments", paymentsJson(platform, row.get<Array>(key::PaymentList))}};
 }
+
+Json floatJson(float number) { return std::isfinite(number) ? Json::parse(fmt::format("{}", number)) : Json(nullptr); }
+
+Json floatJson(const Value* number) { return floatJson(floatValue(number)); }
 
 void printJson(Console& console, const Json& json) {
   console.line(escapedForTerminal(json.dump(2, ' ', false, Json::error_handler_t::replace)));

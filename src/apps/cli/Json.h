@@ -16,6 +16,15 @@ using Json = nlohmann::ordered_json;
 /// A bill with its display keys.
 [[nodiscard]] Json billJson(const Platform& platform, const Dictionary& row, std::string_view groupWord);
 
+/// An entry of a payment list.
+[[nodiscard]] Json paymentJson(const Platform& platform, const Dictionary& payment);
+
+/// A 32-bit float in the fewest digits that tell it from its neighbours: 39.9, not 39.900001525878906. What is no
+/// number is null.
+[[nodiscard]] Json floatJson(float number);
+/// The same for a float that a value holds widened.
+[[nodiscard]] Json floatJson(const Value* number);
+
 /// Prints it indented, with characters escaped that a terminal would obey.
 void printJson(Console& console, const Json& json);
 /// Prints it on one line.

@@ -12,17 +12,27 @@ void Session::write(const std::function<void()>& operation, const std::function<
   access_.files.begin();
   try {
     operation();
-  } catch (const Failure&) {
-    (void)access_.files.finish();  // nothing was changed yet
-    throw;
   } catch (const std::exception&) {
-    if (const Result<> abandoned = access_.files.abandon(); !abandoned) console.error(abandoned.error() + ".");
+    putBack(mend);
     throw;
   }
   const Result<> written = access_.files.finish();
   if (!written && mend) mend();
   (void)QMBillsLoader{platform}.loadBills();  // for the widget's snapshot
   if (!written) couldNot("Not done: " + written.error() + ". Make room or check the permissions, then try again.");
+}
+
+void Session::awaitCallbacks(const std::function<bool()>& finished) {
+  while (!finished()) {
+    access_.waitForCallbacks();
+    write(access_.runCallbacks);
+  }
+}
+
+void Session::putBack(const std::function<void()>& mend) {
+  const bool hasChanged = access_.files.hasChanged();
+  if (const Result<> abandoned = access_.files.abandon(); !abandoned) console.error(abandoned.error() + ".");
+  if (hasChanged && mend) mend();
 }
 
 }  // namespace tallyvane::cli

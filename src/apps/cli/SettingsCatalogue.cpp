@@ -51,6 +51,15 @@ Value folderInput(const Platform& platform, const Setting& setting, const std::s
   return platform.bookmarks.bookmark(path);
 }
 
+/// Only what no address can be is refused: the service knows better what is one.
+Value addressInput(const Setting& setting, const std::string& text) {
+  const std::size_t at = text.find('@');
+  const bool isOne = at != std::string::npos && at > 0 && at + 1 < text.size() && text.find('@', at + 1) == text.npos &&
+                     text.find_first_of(" ,;<>\t") == std::string::npos;
+  if (!text.empty() && !isOne) failKind(setting, text);
+  return lineInput(setting.key, text);
+}
+
 Value listInput(const std::string& text) {
   Array list;
   for (std::size_t from = 0; from <= text.size();) {
@@ -115,10 +124,16 @@ const std::vector<Setting>& settingsCatalogue() {
       {key::ReminderEvents, yesNo, "Remind by events in a calendar"},
       {key::EnableNotificationCenter, yesNo, "Remind by notifications on the desktop"},
       {key::EmailsEnabled, yesNo, "Remind by e-mail"},
+      {key::LEMAddress, address, "Where reminders by e-mail are sent"},
       {key::RemindersTasks, yesNo, "Remind by tasks; kept, but tasks are not made"},
       {key::ReminderTime, time, "At what time of the day reminders come"},
       {key::CalendarList, list, "Names of the calendars to choose from"},
       {key::ReminderCalendarNumber, number, "Which calendar of that list gets the events; 0 is the first", 0, 999},
+      {key::CalendarFolder, path,
+       "Folder in which the calendars are; empty is the usual place (see \"tallyvane calendar\")"},
+      {key::PlayInterfaceSounds, yesNo, "Play a sound when a payment is logged; at the terminal only with --sound"},
+      {key::WhichSoundEffect, number, "Which sound: 0 trumpet, 1 triumph, 2 harp, 3 applause, 4 a voice at random", 0,
+       4},
       {key::iCloudSyncEnabled, yesNo, "Mirror bills and tags between your devices"},
       {key::CustomLocationEnabled, yesNo, "Keep the data folder in a folder of your own choice"},
       {key::CustomLocationBookmark, folder, "That folder"},
@@ -150,6 +165,8 @@ std::string kindText(const Setting& setting) {
       return "an absolute path, or empty";
     case SettingKind::folder:
       return "the absolute path of a folder";
+    case SettingKind::address:
+      return "an e-mail address such as me@example.org, or empty";
     case SettingKind::list:
       return "texts with commas between them";
     case SettingKind::time:
@@ -168,6 +185,8 @@ Value settingInput(const Platform& platform, const Setting& setting, const std::
       return pathInput(setting, text);
     case SettingKind::folder:
       return folderInput(platform, setting, text);
+    case SettingKind::address:
+      return addressInput(setting, text);
     case SettingKind::list:
       return listInput(text);
     case SettingKind::time:
@@ -184,6 +203,7 @@ std::string settingText(const Platform& platform, const Setting& setting, const 
     case SettingKind::number:
       return std::to_string(integerValue(present));
     case SettingKind::path:
+    case SettingKind::address:
       return present != nullptr && present->is<std::string>() ? *present->get<std::string>() : std::string();
     case SettingKind::folder:
       return folderText(platform, present);

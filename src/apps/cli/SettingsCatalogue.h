@@ -14,11 +14,12 @@ namespace tallyvane::cli {
 
 enum class SettingKind {
   yesNo,
-  number,  ///< a whole number from least to most
-  path,    ///< an absolute path, or nothing
-  folder,  ///< a folder, kept as a bookmark
-  list,    ///< texts, typed with commas between them
-  time,    ///< an hour and a minute in the user's zone, kept as a date of which nothing else counts
+  number,   ///< a whole number from least to most
+  path,     ///< an absolute path, or nothing
+  folder,   ///< a folder, kept as a bookmark
+  list,     ///< texts, typed with commas between them
+  address,  ///< a mail address, or nothing
+  time,     ///< an hour and a minute in the user's zone, kept as a date of which nothing else counts
 };
 
 struct Setting {

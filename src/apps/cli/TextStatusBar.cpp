@@ -26,9 +26,9 @@ std::unique_ptr<StatusItem> TextStatusBar::statusItemWithLength(double /*length*
 }
 
 Platform withStatusBar(const Platform& p, StatusBar& statusBar) {
-  return Platform{p.clock,       p.region,        p.random, p.files,     p.resources,     p.bookmarks,
-                  p.defaults,    p.groupDefaults, p.cloud,  p.calendars, p.notifications, p.workspace,
-                  p.application, statusBar,       p.http,   p.mainQueue, p.mimeTypes,     p.log};
+  return Platform{p.clock,         p.region,    p.random,    p.files,         p.resources, p.bookmarks,   p.defaults,
+                  p.groupDefaults, p.cloud,     p.calendars, p.notifications, p.workspace, p.application, statusBar,
+                  p.http,          p.workQueue, p.mainQueue, p.mimeTypes,     p.mail,      p.log};
 }
 
 }  // namespace tallyvane::cli

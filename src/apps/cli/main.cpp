@@ -2,6 +2,7 @@
 #include "cli/NoticeLog.h"
 #include "common/DesktopPlatform.h"
 #include "common/ProgramLock.h"
+#include "freedesktop/SoundTheme.h"
 #include "freedesktop/SystemLog.h"
 #include "freedesktop/SystemRegion.h"
 
@@ -33,8 +34,12 @@ ExitStatus runOnDesktop(const Invocation& invocation, Console& console) {
   NoApplication application;
   programs::DesktopPlatform desktop(XdgFolders::of(processEnvironment()), systemRegion(log), log, workspace, statusBar,
                                     application);
-  Session session(desktop.platform(), console, {desktop.files(), [&] { return takeLock(desktop, console); }},
-                  invocation.json);
+  Session session(
+      desktop.platform(), console,
+      {desktop.files(), [&] { return takeLock(desktop, console); }, [&] { desktop.mainQueue().waitForWork(); },
+       [&] { desktop.mainQueue().runPending(); }},
+      [](const std::string& name) { playThemeSound(SessionEnvironment::of(processEnvironment()), name); },
+      invocation.json);
   return runCommand(invocation, session);
 }
 

@@ -8,6 +8,7 @@
 #include "cli/input/NextDueDates.h"
 #include "cli/input/RepeatInput.h"
 #include "foundation/Calendar.h"
+#include "support/Fakes.h"
 
 namespace tallyvane::cli {
 namespace {
@@ -115,8 +116,9 @@ TEST(NextDueDates, AreEachComputedFromTheOneBefore) {
       {"en_US", utc(2027, 1, 1), {1}, {}},
   };
   for (const auto& row : rows) {
-    const Region region{.locale = row.locale, .timeZone = "UTC", .words = {}};
-    EXPECT_EQ(nextDueDates(region, row.due, row.repeat, 3), row.dates)
+    testing::FakeDesktop desktop;
+    desktop.region = Region{.locale = row.locale, .timeZone = "UTC", .words = {}};
+    EXPECT_EQ(nextDueDates(desktop.platform, row.due, row.repeat, 3), row.dates)
         << row.locale << ", day " << row.due.time_since_epoch() / std::chrono::hours{24} << " since 1970 began";
   }
 }

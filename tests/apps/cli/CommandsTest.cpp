@@ -1,7 +1,5 @@
-#include <nlohmann/json.hpp>
-
 #include "platform/PropertyListFile.h"
-#include "support/CliDesktop.h"
+#include "support/CliCommands.h"
 
 namespace tallyvane::testing {
 namespace {
@@ -12,22 +10,8 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-class Commands : public ::testing::Test {
+class Commands : public CliCommands {
  protected:
-  /// Runs a command that must work, and gives its output.
-  std::string done(const std::vector<std::string>& arguments) {
-    const Outcome outcome = cli.run(arguments);
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_THAT(outcome.err, IsEmpty());
-    EXPECT_FALSE(cli.locked);
-    return outcome.out;
-  }
-  /// The identifier of a new bill.
-  std::string add(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), "add");
-    arguments.emplace_back("--json");
-    return json::parse(done(arguments)).at("id");
-  }
   void addHousehold() {
     add({"Rent", "--due", "2027-03-13", "--repeat", "monthly", "--amount", "1450", "--tag", "Home"});
     add({"電気と水道の料金", "--due", "2027-03-08", "--repeat", "monthly", "--amount", "84.5", "--tag", "Home"});
@@ -37,7 +21,6 @@ class Commands : public ::testing::Test {
   static Date newYork(int month, int day, int utcHour) {
     return std::chrono::sys_days{std::chrono::year{2027} / month / day} + std::chrono::hours{utcHour};
   }
-  CliDesktop cli;
 };
 
 TEST_F(Commands, OverviewInAPipeIsTabSeparatedWithPlainDatesAndNumbers) {

@@ -115,6 +115,24 @@ TEST(DueDateInput, SaysWhyADateCannotBe) {
         << text;
 }
 
+TEST(DueDateInput, LooksBackFromTodayForThePaymentsDay) {
+  const struct {
+    const char* text;
+    const char* day;
+  } rows[] = {{"today", "2027-3-10"},       {"wednesday", "2027-3-10"},  {"last wednesday", "2027-3-3"},
+              {"friday", "2027-3-5"},       {"10 Mar", "2027-3-10"},     {"11 Mar", "2026-3-11"},
+              {"3/9", "2027-3-9"},          {"29 Feb", "2024-2-29"},     {"-1m", "2027-2-10"},
+              {"2 weeks ago", "2027-2-24"}, {"2026-12-31", "2026-12-31"}};
+  const Region region = regionOf("en_US");
+  for (const auto& row : rows) {
+    const Result<Date> date = readPaymentDate(region, now, row.text);
+    ASSERT_TRUE(date) << date.error();
+    EXPECT_EQ(*date, *readDueDate(region, now, row.day)) << row.text;
+  }
+  for (const char* text : {"tomorrow", "next friday", "2027-03-11", "+1d"})
+    EXPECT_NE(readPaymentDate(region, now, text).error().find("lies ahead"), std::string::npos) << text;
+}
+
 TEST(DueDateInput, GivesTheFirstInstantOfADayWithoutAMidnight) {
   const Result<Date> date = readDueDate(regionOf("en_US", "America/Havana"), now, "14 Mar");
   ASSERT_TRUE(date);

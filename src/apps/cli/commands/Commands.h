@@ -25,12 +25,22 @@ void addArchive(CLI::App& app, Invocation& invocation);
 void addRestore(CLI::App& app, Invocation& invocation);
 void addDelete(CLI::App& app, Invocation& invocation);
 void addDeleteAll(CLI::App& app, Invocation& invocation);
+void addPay(CLI::App& app, Invocation& invocation);
+void addUndo(CLI::App& app, Invocation& invocation);
+void addPayments(CLI::App& app, Invocation& invocation);
+void addAutopay(CLI::App& app, Invocation& invocation);
+void addStats(CLI::App& app, Invocation& invocation);
+void addGraph(CLI::App& app, Invocation& invocation);
+void addPaid(CLI::App& app, Invocation& invocation);
+void addIncome(CLI::App& app, Invocation& invocation);
 void addTags(CLI::App& app, Invocation& invocation);
 void addIcons(CLI::App& app, Invocation& invocation);
 void addRepeat(CLI::App& app, Invocation& invocation);
 void addSettings(CLI::App& app, Invocation& invocation);
+void addImport(CLI::App& app, Invocation& invocation);
 void addMenu(CLI::App& app, Invocation& invocation);
 void addWidget(CLI::App& app, Invocation& invocation);
+void addMail(CLI::App& app, Invocation& invocation);
 
 /// What a program without a command does: the overview of the active bills.
 void runDefaultOverview(Session& session);

@@ -36,7 +36,7 @@ void showRepeat(Session& session, const Options& options) {
   const Array rule = understood(readRepeat(options.rule));
   const Date from = understood(readDueDate(platform.region, platform.clock.now(), options.from));
   const auto count = static_cast<std::size_t>(countInput("--count", options.count, 1, mostDates));
-  const std::vector<Date> dates = nextDueDates(platform.region, from, rule, count);
+  const std::vector<Date> dates = nextDueDates(platform, from, rule, count);
 
   const QMBillsLoader loader{platform};
   const std::string sentence = loader.createHumanRepeatWithArray(&rule).value_or(std::string());

@@ -1,13 +1,11 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <memory>
 
 #include "cli/BillLookup.h"
 #include "cli/BillText.h"
-#include "cli/DisplayText.h"
+#include "cli/Fields.h"
 #include "cli/Json.h"
-#include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "foundation/NumberReading.h"
 #include "storage/QMBillsLoader.h"
@@ -15,11 +13,6 @@
 namespace tallyvane::cli {
 
 namespace {
-
-struct Field {
-  std::string label;
-  Cell text;
-};
 
 /// "7 days before", or "no".
 std::string reminderText(const Dictionary& bill) {
@@ -72,29 +65,6 @@ std::vector<Field> fieldsOf(const Platform& platform, const Dictionary& bill, st
           {"Total paid", amount(key::TotalPaid)},
           {"Identifier", text(key::Bid)},
           {"Notes", text(key::Notes)}};
-}
-
-/// Label and text; what is too long goes on in the next lines, under the text.
-void printField(Console& console, const Field& field, int labelWidth) {
-  const std::string label = padded(field.label, labelWidth);
-  std::string lead = console.painted(label, Colour::dim) + "  ";
-  const int room = console.terminal().width - labelWidth - 2;
-  for (const std::string& line : wrapped(printableLines(field.text.shown), room)) {
-    console.line(lead + console.painted(line, field.text.colour));
-    lead = std::string(static_cast<std::size_t>(labelWidth) + 2, ' ');
-  }
-}
-
-void printFields(Console& console, const std::vector<Field>& fields) {
-  int labelWidth = 0;
-  for (const Field& field : fields) labelWidth = std::max(labelWidth, displayWidth(field.label));
-  for (const Field& field : fields) {
-    if (!console.interactive()) {
-      console.line(field.label + "\t" + printable(field.text.plain));
-    } else if (!field.text.shown.empty()) {
-      printField(console, field, labelWidth);
-    }
-  }
 }
 
 void showBill(Session& session, const std::string& named) {

@@ -62,19 +62,21 @@ Result<Date> withinYears(Date date, const Region& region) {
   return date;
 }
 
-Result<Date> startOf(const CalendarDay& day, const Region& region, Date now) {
+Result<Date> startOf(const CalendarDay& day, const Region& region, Date now, Side side) {
   const Calendar& calendar = Calendar::of(region);
   const int thisYear = day.isGregorian ? gregorianYear(now, calendar) : calendar.fields(now).year;
   const auto writtenYear = yearOf(day.year, thisYear);
   if (!day.year.empty() && !writtenYear) return Error{"the year must have four digits"};
   if (writtenYear && *writtenYear < firstYear) return yearOutOfRange();
   const int from = writtenYear.value_or(thisYear);
-  const int to = writtenYear.value_or(thisYear + yearsBetweenLeapDays);
-  for (int year = from; year <= to; ++year) {
-    const auto date = existingDay(day.isGregorian, year, day.month, day.day, calendar);
-    if (date && (writtenYear || *date >= calendar.startOfDay(now))) return withinYears(*date, region);
+  const int tries = writtenYear ? 1 : 1 + yearsBetweenLeapDays;
+  const int step = side == Side::ahead ? 1 : -1;
+  for (int i = 0; i < tries; ++i) {
+    const auto date = existingDay(day.isGregorian, from + i * step, day.month, day.day, calendar);
+    const bool isOnSide = date && (side == Side::ahead ? *date >= calendar.startOfDay(now) : *date <= now);
+    if (date && (writtenYear || isOnSide)) return withinYears(*date, region);
   }
-  return missingDay(day, from, to, calendar);
+  return missingDay(day, from, from + tries - 1, calendar);
 }
 
 }  // namespace tallyvane::cli

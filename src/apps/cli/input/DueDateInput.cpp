@@ -37,14 +37,27 @@ std::vector<std::string> partsOf(const std::string& text) {
   return parts;
 }
 
-Reading dayFromToday(const std::string& text, const Region& region, Date now) {
+// "+10d", "in 10 days"; "-10d", "10 days ago".
+std::optional<UnitCount> stepFromToday(const std::string& text) {
+  constexpr std::string_view ahead = "in ";
+  constexpr std::string_view back = " ago";
+  const std::string_view whole = text;
+  if (whole.starts_with('+')) return unitCount(whole.substr(1));
+  if (whole.starts_with(ahead)) return unitCount(whole.substr(ahead.size()));
+  const bool isBack = whole.starts_with('-') || whole.ends_with(back);
+  if (!isBack) return std::nullopt;
+  auto step = unitCount(whole.starts_with('-') ? whole.substr(1) : whole.substr(0, whole.size() - back.size()));
+  if (step) step->count = -step->count;
+  return step;
+}
+
+Reading dayFromToday(const std::string& text, const Region& region, Date now, Side /*side*/) {
   const Calendar& calendar = Calendar::of(region);
   const auto days = [&](int count) { return calendar.startOfDay(addDays(calendar.civilDay(now), count)); };
   if (text == "today") return days(0);
   if (text == "tomorrow") return days(1);
   if (text == "yesterday") return days(-1);
-  const bool isAhead = text.starts_with('+') || text.starts_with("in ");
-  const auto step = isAhead ? unitCount(std::string_view(text).substr(text[0] == '+' ? 1 : 3)) : std::nullopt;
+  const auto step = stepFromToday(text);
   if (!step) return std::nullopt;
   DateSteps steps;
   if (step->unit == Unit::day) steps.days = step->count;
@@ -54,24 +67,30 @@ Reading dayFromToday(const std::string& text, const Region& region, Date now) {
   return withinYears(calendar.startOfDay(calendar.adding(calendar.startOfDay(now), steps)), region);
 }
 
-Reading nextWeekday(const std::string& text, const Region& region, Date now) {
-  constexpr std::string_view next = "next ";
+// "next" leaves today out, and so does "last".
+Reading nearWeekday(const std::string& text, const Region& region, Date now, Side side) {
   constexpr int daysOfAWeek = 7;
-  const bool isAfterToday = text.starts_with(next);
-  std::string name = isAfterToday ? text.substr(next.size()) : text;
+  std::string name = text;
+  const bool leavesTodayOut = name.starts_with("next ") || name.starts_with("last ");
+  if (leavesTodayOut) {
+    side = name.starts_with("next ") ? Side::ahead : Side::back;
+    name.erase(0, 5);
+  }
   while (name.ends_with('.')) name.pop_back();
   const auto names = weekdayNames(region);
   const auto found =
       std::find_if(names.begin(), names.end(), [&](const NumberedName& candidate) { return candidate.first == name; });
   if (found == names.end()) return std::nullopt;
   const Calendar& calendar = Calendar::of(region);
-  int ahead = (found->second - calendar.weekday(now) + daysOfAWeek) % daysOfAWeek;
-  if (ahead == 0 && isAfterToday) ahead = daysOfAWeek;
-  return calendar.startOfDay(addDays(calendar.civilDay(now), ahead));
+  const int distance = (found->second - calendar.weekday(now) + daysOfAWeek) % daysOfAWeek;
+  const bool isToday = distance == 0 && !leavesTodayOut;
+  int days = distance == 0 && leavesTodayOut ? daysOfAWeek : distance;
+  if (side == Side::back) days = isToday ? 0 : distance - daysOfAWeek;
+  return calendar.startOfDay(addDays(calendar.civilDay(now), days));
 }
 
 // Year, month and day in figures. Four digits in front mean the Gregorian date that reads the same everywhere.
-Reading dayInFigures(const std::string& text, const Region& region, Date now) {
+Reading dayInFigures(const std::string& text, const Region& region, Date now, Side side) {
   const std::vector<std::string> parts = partsOf(text);
   const bool areFigures = std::all_of(parts.begin(), parts.end(), [](const auto& part) { return wholeNumber(part); });
   if (!areFigures || parts.size() < 2 || parts.size() > 3) return std::nullopt;
@@ -86,7 +105,7 @@ Reading dayInFigures(const std::string& text, const Region& region, Date now) {
     if (order[i] == DatePart::month) day.month = *wholeNumber(parts[i]);
     if (order[i] == DatePart::day) day.day = *wholeNumber(parts[i]);
   }
-  return startOf(day, region, now);
+  return startOf(day, region, now, side);
 }
 
 struct FoundMonth {
@@ -114,7 +133,7 @@ void dropOrdinalEnding(std::string& part) {
     if (part.ends_with(ending)) part.resize(part.size() - 2);
 }
 
-Reading dayOfNamedMonth(const std::string& text, const Region& region, Date now) {
+Reading dayOfNamedMonth(const std::string& text, const Region& region, Date now, Side side) {
   FoundMonth found;
   findLonger(text, ownMonthNames(region), false, found);
   findLonger(text, englishMonthNames(), true, found);
@@ -126,20 +145,30 @@ Reading dayOfNamedMonth(const std::string& text, const Region& region, Date now)
   if (!areFigures || parts.empty() || parts.size() > 2) return std::nullopt;
   if (parts.size() == 2 && parts[0].size() == 4) std::swap(parts[0], parts[1]);
   const std::string year = parts.size() == 2 ? parts[1] : "";
-  return startOf({found.isGregorian, year, found.month, *wholeNumber(parts[0])}, region, now);
+  return startOf({found.isGregorian, year, found.month, *wholeNumber(parts[0])}, region, now, side);
+}
+
+Result<Date> readDate(const Region& region, Date now, std::string_view text, Side side, std::string_view examples) {
+  const std::string plain = plainText(text);
+  for (const auto read : {dayFromToday, nearWeekday, dayInFigures, dayOfNamedMonth}) {
+    const Reading reading = read(plain, region, now, side);
+    if (reading && *reading) return *reading;
+    if (reading) return Error{fmt::format("\"{}\" is not a date: {}.", text, reading->error())};
+  }
+  return Error{fmt::format("\"{}\" is not a date; write it like {}.", text, examples)};
 }
 
 }  // namespace
 
 Result<Date> readDueDate(const Region& region, Date now, std::string_view text) {
-  const std::string plain = plainText(text);
-  for (const auto read : {dayFromToday, nextWeekday, dayInFigures, dayOfNamedMonth}) {
-    const Reading reading = read(plain, region, now);
-    if (reading && *reading) return *reading;
-    if (reading) return Error{fmt::format("\"{}\" is not a date: {}.", text, reading->error())};
-  }
-  return Error{fmt::format(
-      "\"{}\" is not a date; write it like 2027-03-01, \"1 Mar\", tomorrow, +10d or \"next friday\".", text)};
+  return readDate(region, now, text, Side::ahead, "2027-03-01, \"1 Mar\", tomorrow, +10d or \"next friday\"");
+}
+
+Result<Date> readPaymentDate(const Region& region, Date now, std::string_view text) {
+  Result<Date> date =
+      readDate(region, now, text, Side::back, "2027-03-01, \"1 Mar\", yesterday, -10d or \"last friday\"");
+  if (date && *date > now) return Error{fmt::format("\"{}\" lies ahead; a payment is logged when it was made.", text)};
+  return date;
 }
 
 }  // namespace tallyvane::cli

@@ -1,0 +1,36 @@
+#include "cli/Fields.h"
+
+#include <algorithm>
+
+#include "cli/DisplayText.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+/// Label and text; what is too long goes on in the next lines, under the text.
+void printField(Console& console, const Field& field, int labelWidth) {
+  const std::string label = padded(field.label, labelWidth);
+  std::string lead = console.painted(label, Colour::dim) + "  ";
+  const int room = console.terminal().width - labelWidth - 2;
+  for (const std::string& line : wrapped(printableLines(field.text.shown), room)) {
+    console.line(lead + console.painted(line, field.text.colour));
+    lead = std::string(static_cast<std::size_t>(labelWidth) + 2, ' ');
+  }
+}
+
+}  // namespace
+
+void printFields(Console& console, const std::vector<Field>& fields) {
+  int labelWidth = 0;
+  for (const Field& field : fields) labelWidth = std::max(labelWidth, displayWidth(field.label));
+  for (const Field& field : fields) {
+    if (!console.interactive()) {
+      console.line(field.label + "\t" + printable(field.text.plain));
+    } else if (!field.text.shown.empty()) {
+      printField(console, field, labelWidth);
+    }
+  }
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,21 @@
+// What is said of one thing, a labelled line each.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Console.h"
+#include "cli/Table.h"
+
+namespace tallyvane::cli {
+
+struct Field {
+  std::string label;
+  Cell text;
+};
+
+/// On a terminal: label and text, empty ones left out, long ones wrapped under themselves. In a pipe: label, tab, text,
+/// a line each.
+void printFields(Console& console, const std::vector<Field>& fields);
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,85 @@
+#include "cli/PaymentChange.h"
+
+#include <cmath>
+#include <filesystem>
+
+#include "cli/BillChange.h"
+#include "cli/BillText.h"
+#include "cli/Failure.h"
+#include "foundation/NumberReading.h"
+#include "payments/QMPaymentLogger.h"
+#include "storage/QMBill.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+Cell changed(const Cell& before, const Cell& after) {
+  if (before.plain == after.plain) return after;
+  return {before.shown + " → " + after.shown, before.plain + " → " + after.plain};
+}
+
+Cell dueCell(const Platform& platform, const Dictionary& bill) {
+  const Date* due = bill.get<Date>(key::DueDate);
+  if (due == nullptr) return "none";
+  const QMBillsLoader loader{platform};
+  return {loader.createDueDateStringWithDate(*due), isoDay(platform, *due)};
+}
+
+}  // namespace
+
+Array paymentsOf(const ListedBill& bill) {
+  const Value* stored = bill.content.find(key::PaymentList);
+  if (stored == nullptr) return {};
+  if (const Array* payments = stored->get<Array>()) return *payments;
+  couldNot("The payments of \"" + bill.name() + "\" cannot be read: \"PaymentList\" in " + bill.bid +
+           ".plist is not a list. Nothing was changed.");
+}
+
+bool isPayable(const Value& amount) {
+  const float number = floatValue(&amount);
+  return std::isfinite(number) && number > 0;
+}
+
+std::string receiptInput(const Platform& platform, const std::string& text) {
+  std::error_code error;
+  const std::string path = std::filesystem::absolute(text, error).lexically_normal().string();
+  if (text.empty() || error || !platform.files.exists(path)) couldNot("There is no file \"" + text + "\".");
+  if (platform.files.isFolder(path)) couldNot(path + " is a folder; a receipt is a file.");
+  return path;
+}
+
+void requireCopied(const Platform& platform, const std::string& receipt, const std::string& copy) {
+  if (!platform.files.exists(copy)) couldNot("The receipt " + receipt + " could not be copied. Nothing was changed.");
+}
+
+void rewriteBill(const Platform& platform, const ListedBill& bill, const Dictionary& content) {
+  QMBill{platform}.rewriteSpecificBill(content);
+  if (bill.group.key != key::ActiveBills) removeReminders(platform, bill.bid, bill.name());
+}
+
+Dictionary storedBill(const Platform& platform, const ListedBill& bill) {
+  return QMBillsLoader{platform}.loadBillWithID(bill.bid).value_or(bill.content);
+}
+
+std::vector<Field> changedFields(const Platform& platform, const Dictionary& before, const Dictionary& after) {
+  std::vector<Field> fields{{"Due", changed(dueCell(platform, before), dueCell(platform, after))}};
+  const bool hasBalance = doubleValue(before, key::Balance) != 0 || doubleValue(after, key::Balance) != 0;
+  const auto change = [&](std::string_view key) {
+    return changed(amountCell(platform, before.find(key)), amountCell(platform, after.find(key)));
+  };
+  if (hasBalance) fields.push_back({"Balance", change(key::Balance)});
+  fields.push_back({"Average", change(key::Average)});
+  return fields;
+}
+
+Json changeJson(const Platform& platform, const ListedBill& before, const Dictionary& after) {
+  Json json = billJson(platform, after, before.group.word);
+  const Date* due = before.content.get<Date>(key::DueDate);
+  json["previousDueDate"] = due == nullptr ? Json(nullptr) : Json(isoDay(platform, *due));
+  json["previousBalance"] = doubleValue(before.content, key::Balance);
+  return json;
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,146 @@
+#include <fmt/format.h>
+
+#include <memory>
+
+#include "cli/BillChange.h"
+#include "cli/BillLookup.h"
+#include "cli/BillText.h"
+#include "cli/Failure.h"
+#include "cli/Json.h"
+#include "cli/Table.h"
+#include "cli/commands/Commands.h"
+#include "foundation/NumberReading.h"
+#include "payments/QMPaymentLogger.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+struct Options {
+  bool dryRun = false;
+  bool catchUp = false;
+};
+
+/// A payment that went out by itself on the day it was due.
+struct AutomaticPayment {
+  std::string bid;
+  std::string name;
+  Value amount;
+  Date due;
+  Date next;
+};
+
+/// What is due of one bill: one payment, or every one up to today to catch up. A bill whose due date would not move
+/// on is left alone, or it would be logged at every run.
+std::vector<AutomaticPayment> duePayments(const Platform& platform, const ListedBill& bill, bool catchUp) {
+  const QMPaymentLogger logger{platform};
+  const QMBillsLoader loader{platform};
+  std::vector<AutomaticPayment> payments;
+  Dictionary row = bill.content;
+  do {
+    const Date* stored = row.get<Date>(key::DueDate);
+    if (stored == nullptr) break;
+    const Date due = *stored;
+    row.set(key::SortableDueDate, loader.createSortableDueDateWithDueDateAndCurrentDate(due, platform.clock.now()));
+    if (!logger.checkIfBillShouldSilentlyLog(row)) break;
+    const auto next = logger.calculateNextDueDateForBill(row);
+    if (!next || *next <= due) break;
+    payments.push_back({bill.bid, bill.name(), logger.amountPrefilValueForBill(row), due, *next});
+    row.set(key::DueDate, *next);
+  } while (catchUp);
+  return payments;
+}
+
+bool hasReadablePayments(const ListedBill& bill) {
+  const Value* stored = bill.content.find(key::PaymentList);
+  return stored == nullptr || stored->is<Array>();
+}
+
+/// Active bills in their order; those whose payments cannot be read are named and passed over.
+std::vector<AutomaticPayment> allDuePayments(Session& session, bool catchUp) {
+  std::vector<AutomaticPayment> all;
+  for (const ListedBill& bill : allBills(session.platform)) {
+    if (bill.group.key != key::ActiveBills) continue;
+    std::vector<AutomaticPayment> due = duePayments(session.platform, bill, catchUp);
+    if (!due.empty() && !hasReadablePayments(bill)) {
+      session.console.error("\"" + bill.name() + "\" was passed over: its payments cannot be read.");
+      continue;
+    }
+    all.insert(all.end(), std::make_move_iterator(due.begin()), std::make_move_iterator(due.end()));
+  }
+  return all;
+}
+
+/// From the bill's own file each time, so that a bill's payments add up.
+void record(const Platform& platform, const AutomaticPayment& payment) {
+  std::optional<Dictionary> bill = QMBillsLoader{platform}.loadBillWithID(payment.bid);
+  if (!bill) couldNot("The file of \"" + payment.name + "\" is gone. Nothing was changed.");
+  bill->set(key::Bid, payment.bid);
+  QMPaymentLogger{platform}.recordPaymentForBill({payment.amount, payment.due, "", ""}, *bill);
+}
+
+void printPayments(Session& session, const std::vector<AutomaticPayment>& payments) {
+  const QMBillsLoader loader{session.platform};
+  const auto day = [&](Date date) {
+    return Cell(loader.createDueDateStringWithDate(date), isoDay(session.platform, date));
+  };
+  Table table({{"Bill", false, 8}, {"Paid on"}, {"Amount", true}, {"Due next", false, 0, 1}});
+  for (const AutomaticPayment& payment : payments)
+    table.add({payment.name, day(payment.due), amountCell(session.platform, &payment.amount), day(payment.next)});
+  table.print(session.console);
+}
+
+void printPaymentsJson(Session& session, const std::vector<AutomaticPayment>& payments, bool dryRun) {
+  Json list = Json::array();
+  for (const AutomaticPayment& payment : payments) {
+    list.push_back({{"id", payment.bid},
+                    {"name", payment.name},
+                    {"amount", doubleValue(&payment.amount)},
+                    {"date", isoDay(session.platform, payment.due)},
+                    {"dueDate", isoDay(session.platform, payment.next)}});
+  }
+  printJson(session.console, {{"dryRun", dryRun}, {"payments", std::move(list)}});
+}
+
+void say(Session& session, const std::vector<AutomaticPayment>& payments, bool dryRun) {
+  if (session.json) return printPaymentsJson(session, payments, dryRun);
+  if (!payments.empty()) printPayments(session, payments);
+  if (!session.console.interactive()) return;
+  if (payments.empty()) return session.console.line("No bill that is paid automatically is due.");
+  session.console.line();
+  session.console.line(fmt::format("{} {}.{}", payments.size(), payments.size() == 1 ? "payment" : "payments",
+                                   dryRun ? " Nothing was logged." : " Logged."));
+}
+
+void autopay(Session& session, const Options& options) {
+  const Platform& platform = session.platform;
+  std::vector<AutomaticPayment> payments;
+  if (options.dryRun) {
+    payments = allDuePayments(session, options.catchUp);
+  } else {
+    session.write(
+        [&] {
+          payments = allDuePayments(session, options.catchUp);
+          for (const AutomaticPayment& payment : payments) record(platform, payment);
+        },
+        [&] {
+          for (const AutomaticPayment& payment : payments) agreeWithFiles(platform, payment.bid, {payment.name});
+        });
+  }
+  say(session, payments, options.dryRun);
+}
+
+}  // namespace
+
+void addAutopay(CLI::App& app, Invocation& invocation) {
+  auto options = std::make_shared<Options>();
+  CLI::App* command =
+      addCommand(app, invocation,
+                 {"autopay", "Log the bills that are paid automatically and are due", "tallyvane autopay --dry-run"},
+                 [options](Session& session) { autopay(session, *options); });
+  command->add_flag("--dry-run", options->dryRun, "Only list what would be logged");
+  command->add_flag("--catch-up", options->catchUp, "All payments up to today, not only the first of each bill");
+}
+
+}  // namespace tallyvane::cli

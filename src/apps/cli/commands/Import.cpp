@@ -1,0 +1,244 @@
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <stdexcept>
+
+#include "cli/BillLookup.h"
+#include "cli/BillText.h"
+#include "cli/Failure.h"
+#include "cli/Json.h"
+#include "cli/Table.h"
+#include "cli/commands/Commands.h"
+#include "foundation/NumberReading.h"
+#include "import/QMImportManager.h"
+#include "platform/PropertyListFile.h"
+#include "storage/DataFolder.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+struct Options {
+  std::string folder;
+  bool dryRun = false;
+  bool force = false;
+};
+
+/// An old file and what it becomes.
+struct OldBill {
+  std::string file;
+  std::string name;
+  std::string icon;
+  std::optional<Date> due;
+  std::string repeats;
+  std::size_t payments = 0;
+  bool active = false;
+  bool readable = false;
+};
+
+/// Passes everything on and tells a person how far the import is.
+class ImportProgress : public Log {
+ public:
+  ImportProgress(Log& log, Console& console, std::size_t count) : log_(log), console_(console), count_(count) {}
+
+  void line(std::string_view text) override {
+    log_.line(text);
+    constexpr std::size_t step = 100;
+    if (!text.starts_with("Imported Bill: ")) return;
+    ++imported_;
+    if (imported_ % step == 0 && console_.interactive())
+      console_.error(fmt::format("{} of {} bills imported", imported_, count_));
+  }
+  void diagnostic(std::string_view text) override { log_.diagnostic(text); }
+  [[nodiscard]] std::size_t imported() const { return imported_; }
+
+ private:
+  Log& log_;
+  Console& console_;
+  std::size_t count_;
+  std::size_t imported_ = 0;
+};
+
+/// The old folder: the one that was named, else the one around the data folder, else the usual one.
+std::string oldFolderOf(const Platform& platform, const Options& options) {
+  if (!options.folder.empty()) {
+    const std::string path = std::filesystem::absolute(options.folder).lexically_normal().string();
+    return path.size() > 1 && path.ends_with('/') ? path.substr(0, path.size() - 1) : path;
+  }
+  const std::string data = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
+  const std::string around = data.substr(0, std::min(data.rfind('/'), data.size()));
+  if (around.ends_with("/Tallyvane") && platform.files.isFolder(around + "/Data")) return around;
+  return platform.files.applicationSupportFolder() + "/Tallyvane";
+}
+
+void requireOldFolder(const Platform& platform, const std::string& folder) {
+  const std::string data = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
+  if (!data.empty() && (folder + "/").starts_with(data + "/"))
+    couldNot(folder + " lies in the data folder; an old folder is beside it.");
+  const bool isOld = folder.ends_with("/Tallyvane") && platform.files.isFolder(folder + "/Data");
+  if (!isOld)
+    couldNot(folder + " is no folder of the previous version: that is named \"Tallyvane\" and has a folder \"Data\".");
+}
+
+OldBill oldBill(const Platform& platform, const std::string& folder, const std::string& name) {
+  const QMImportManager manager{platform};
+  const auto record = readPropertyListFile<Dictionary>(platform.files, platform.log, folder + "/Data/" + name);
+  const Dictionary old = record.value_or(Dictionary());
+  const auto text = [&](std::string_view key) { return old.valueOr(key, std::string()); };
+  OldBill bill{name, manager.billNameOf(name), manager.convertIconWithIcon(text("Icon")), {}, "", 0, false, false};
+  bill.readable = record.has_value();
+  if (const Date* due = old.get<Date>("Next_Due")) bill.due = *due;
+  if (const Value* count = old.find("Repeat_a")) {
+    const Array rule{*count, manager.calculateRepeatBWithString(text("Repeat_b"))};
+    bill.repeats = QMBillsLoader{platform}.createHumanRepeatWithArray(&rule).value_or(std::string());
+  }
+  if (const Array* amounts = old.get<Array>("Pay_Amounts")) bill.payments = amounts->size();
+  bill.active = boolValue(old, "Is_Active");
+  return bill;
+}
+
+std::vector<OldBill> oldBills(const Platform& platform, const std::string& folder) {
+  std::vector<OldBill> bills;
+  const Result<std::vector<std::string>> names = platform.files.list(folder + "/Data");
+  if (!names) couldNot("The old bills cannot be listed: " + names.error() + ".");
+  for (const std::string& name : *names) {
+    if (!name.starts_with('.')) bills.push_back(oldBill(platform, folder, name));
+  }
+  return bills;
+}
+
+std::string stateOf(const OldBill& bill) {
+  if (!bill.readable) return "archived; not readable";
+  return bill.active ? "active" : "archived";
+}
+
+void printPlan(Session& session, const std::vector<OldBill>& bills) {
+  const QMBillsLoader loader{session.platform};
+  Table table({{"File", false, 12, 3},
+               {"Bill", false, 12},
+               {"Due"},
+               {"Repeats", false, 0, 2},
+               {"Payments", true},
+               {"Becomes"}});
+  for (const OldBill& bill : bills) {
+    const Cell due =
+        bill.due ? Cell(loader.createDueDateStringWithDate(*bill.due), isoDay(session.platform, *bill.due)) : Cell("");
+    table.add({bill.file, bill.name, due, bill.repeats, std::to_string(bill.payments), stateOf(bill)});
+  }
+  table.print(session.console);
+}
+
+Json planJson(const Platform& platform, const std::vector<OldBill>& bills) {
+  Json list = Json::array();
+  for (const OldBill& bill : bills) {
+    list.push_back({{"file", bill.file},
+                    {"name", bill.name},
+                    {"icon", bill.icon},
+                    {"dueDate", bill.due ? Json(isoDay(platform, *bill.due)) : Json(nullptr)},
+                    {"repeats", bill.repeats},
+                    {"payments", bill.payments},
+                    {"state", bill.active ? "active" : "archived"},
+                    {"readable", bill.readable}});
+  }
+  return list;
+}
+
+/// Importing the same folder again would make every bill twice.
+void requireNewNames(const Platform& platform, const std::vector<OldBill>& bills) {
+  std::set<std::string> present;
+  for (const ListedBill& bill : allBills(platform)) present.insert(bill.name());
+  std::size_t count = 0;
+  std::string first;
+  for (const OldBill& bill : bills) {
+    if (!present.contains(bill.name)) continue;
+    if (count++ == 0) first = bill.name;
+  }
+  if (count == 0) return;
+  couldNot(fmt::format("{} of these bills, such as \"{}\", are here already. Add --force to import all of them again.",
+                       count, first));
+}
+
+/// By the model's operation that fits the place: two of them also put the data folder back to its default place.
+void runImport(const Platform& platform, const Options& options, const std::string& folder) {
+  QMImportManager manager{platform};
+  const std::string usual = platform.files.applicationSupportFolder() + "/Tallyvane";
+  if (!options.folder.empty()) {
+    (void)manager.importDataFromPreviousVersionAtPath(folder);
+  } else if (folder == usual) {
+    manager.importDataInDefaultLocation();
+  } else {
+    manager.importDataFromPreviousVersion();
+  }
+}
+
+void putBack(UserDefaults& defaults, std::string_view key, const std::optional<Value>& value) {
+  if (value) {
+    (void)defaults.set(key, *value);
+  } else {
+    (void)defaults.remove(key);
+  }
+}
+
+/// What came in before an error stays. How many bills that were.
+std::size_t importAll(Session& session, const Options& options, const std::string& folder, std::size_t count) {
+  UserDefaults& defaults = session.platform.defaults;
+  const auto enabled = defaults.object(key::CustomLocationEnabled);
+  const auto cached = defaults.object(key::CustomLocationTempPath);
+  const auto restoreLocation = [&] {
+    putBack(defaults, key::CustomLocationEnabled, enabled);
+    putBack(defaults, key::CustomLocationTempPath, cached);
+  };
+  ImportProgress progress(session.platform.log, session.console, count);
+  std::string failure;
+  session.write(
+      [&] {
+        const Platform platform = session.platform.loggingTo(progress);
+        try {
+          runImport(platform, options, folder);
+        } catch (const std::exception& error) {
+          failure = error.what();
+        }
+      },
+      restoreLocation);
+  if (progress.imported() == 0) restoreLocation();
+  if (!failure.empty())
+    couldNot(fmt::format("The import ended after {} bills, which stay: {}.", progress.imported(), failure));
+  return progress.imported();
+}
+
+void importBills(Session& session, const Options& options) {
+  const Platform& platform = session.platform;
+  requireReadableData(platform);
+  const std::string folder = oldFolderOf(platform, options);
+  requireOldFolder(platform, folder);
+  const std::vector<OldBill> bills = oldBills(platform, folder);
+  if (options.dryRun) {
+    if (session.json)
+      return printJson(session.console, {{"folder", folder}, {"dryRun", true}, {"bills", planJson(platform, bills)}});
+    return printPlan(session, bills);
+  }
+  if (!options.force) requireNewNames(platform, bills);
+  const std::size_t imported = importAll(session, options, folder, bills.size());
+  if (session.json) return printJson(session.console, {{"folder", folder}, {"imported", imported}});
+  session.console.line(
+      fmt::format("Imported {} {}. The old files stay where they are.", imported, imported == 1 ? "bill" : "bills"));
+}
+
+}  // namespace
+
+void addImport(CLI::App& app, Invocation& invocation) {
+  auto options = std::make_shared<Options>();
+  CLI::App* command = addCommand(
+      app, invocation,
+      {"import", "Bring in the bills of the previous version", "tallyvane import ~/Backup/Tallyvane --dry-run"},
+      [options](Session& session) { importBills(session, *options); });
+  command->add_option("FOLDER", options->folder,
+                      "The old folder \"Tallyvane\"; looked for where it usually is if not given");
+  command->add_flag("--dry-run", options->dryRun, "Only list what each old file becomes");
+  command->add_flag("--force", options->force, "Also when bills of these names are here already");
+}
+
+}  // namespace tallyvane::cli

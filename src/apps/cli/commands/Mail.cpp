@@ -1,0 +1,176 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "cli/BillText.h"
+#include "cli/DisplayText.h"
+#include "cli/Failure.h"
+#include "cli/Json.h"
+#include "cli/SettingsCatalogue.h"
+#include "cli/Table.h"
+#include "cli/commands/Commands.h"
+#include "common/MailRound.h"
+#include "reminders/QMEmailManager.h"
+#include "reminders/QMReminderManager.h"
+#include "storage/Keys.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+constexpr int firstErrorStatus = 400;
+
+using Outcomes = std::vector<MailOutcome>;
+
+bool wasTaken(const MailOutcome& outcome) { return outcome.failure.empty() && outcome.status < firstErrorStatus; }
+
+std::string textOf(const MailOutcome& outcome) {
+  if (!outcome.failure.empty()) return "not sent: " + outcome.failure;
+  const std::string answer =
+      fmt::format("{}{}", outcome.status, outcome.answerText.empty() ? "" : ": " + outcome.answerText);
+  return (wasTaken(outcome) ? "sent; the service answered " : "refused; the service answered ") + answer;
+}
+
+void printOutcomes(Session& session, const Outcomes& outcomes) {
+  Json list = Json::array();
+  for (const MailOutcome& outcome : outcomes) {
+    if (!session.json) {
+      session.console.line(printable(outcome.billTitle + ": " + textOf(outcome)));
+      continue;
+    }
+    list.push_back({{"title", outcome.billTitle},
+                    {"sent", wasTaken(outcome)},
+                    {"status", outcome.status == 0 ? Json(nullptr) : Json(outcome.status)},
+                    {"answer", outcome.answerText},
+                    {"failure", outcome.failure}});
+  }
+  if (session.json) return printJson(session.console, list);
+  if (outcomes.empty()) session.console.line("No message was due to be sent.");
+}
+
+void requireTaken(const Outcomes& outcomes) {
+  const auto refused = std::count_if(outcomes.begin(), outcomes.end(), [](const auto& o) { return !wasTaken(o); });
+  if (refused == 0) return;
+  const bool anyWaits = std::any_of(outcomes.begin(), outcomes.end(), [](const auto& o) { return !o.failure.empty(); });
+  couldNot(fmt::format("{} of {} messages did not get through.{}", refused, outcomes.size(),
+                       anyWaits ? " What was not sent waits in the queue." : ""));
+}
+
+/// Runs what sends messages, waits until each has its outcome, and shows them.
+void send(Session& session, const std::function<void(QMEmailManager&)>& operation) {
+  Outcomes outcomes;
+  QMEmailManager manager{session.platform};
+  manager.observer = [&outcomes](const MailOutcome& outcome) { outcomes.push_back(outcome); };
+  session.write([&] { operation(manager); });
+  session.awaitCallbacks([&] { return manager.messagesOnTheirWay() == 0; });
+  printOutcomes(session, outcomes);
+  requireTaken(outcomes);
+}
+
+void requireNothingMissing(const std::optional<std::string>& hindrance) {
+  if (hindrance) couldNot("No mail is sent: " + *hindrance + ". See: tallyvane mail --help");
+}
+
+void setRecipient(Session& session, const std::string& address) {
+  const Value value = settingInput(session.platform, findSetting(std::string(key::LEMAddress)), address);
+  session.write([&] {
+    const Result<> stored = session.platform.defaults.set(key::LEMAddress, value);
+    if (!stored) couldNot("The address was not changed: " + stored.error() + ".");
+  });
+}
+
+void checkQueue(Session& session) {
+  requireNothingMissing(programs::mailHindrance(session.platform));
+  session.write([&] { programs::prepareMailQueue(session.platform); });
+  send(session, [](QMEmailManager& manager) { manager.checkForMessagesToSendAsynchronous(true); });
+}
+
+void sendTest(Session& session) {
+  requireNothingMissing(QMEmailManager{session.platform}.hindrance());
+  send(session, [](QMEmailManager& manager) { manager.sendTestMessage(); });
+}
+
+Json messageJson(const Platform& platform, const std::string& title, const Dictionary& message) {
+  const auto day = [&](std::string_view name) {
+    const Date* date = message.get<Date>(name);
+    return date == nullptr ? Json(nullptr) : Json(isoDay(platform, *date));
+  };
+  return {{"title", title},
+          {"subject", message.valueOr(key::mailSubject, std::string())},
+          {"dueDate", day(key::mailDueDate)},
+          {"reminderDate", day(key::mailAlarmDate)}};
+}
+
+std::string dayText(const Platform& platform, const Dictionary& message, std::string_view name) {
+  const Date* date = message.get<Date>(name);
+  return date == nullptr ? std::string() : isoDay(platform, *date);
+}
+
+void showQueue(Session& session) {
+  const QMEmailManager manager{session.platform};
+  const std::vector<std::string> titles = manager.getPendingMessages();
+  Json list = Json::array();
+  Table table({{"Bill", false, 16, 0}, {"Due", false, 0, 1}, {"Reminder", false, 0, 2}});
+  for (const std::string& title : titles) {
+    const Dictionary message = manager.dictionaryForBill(title).value_or(Dictionary());
+    list.push_back(messageJson(session.platform, title, message));
+    table.add({title, dayText(session.platform, message, key::mailDueDate),
+               dayText(session.platform, message, key::mailAlarmDate)});
+  }
+  if (session.json) return printJson(session.console, list);
+  if (titles.empty()) return session.console.line("No message waits.");
+  table.print(session.console);
+}
+
+void showState(Session& session) {
+  const Platform& platform = session.platform;
+  const QMEmailManager manager{platform};
+  const bool areOn = QMReminderManager{platform}.shouldAddEmails();
+  const std::string to =
+      settingText(platform, findSetting(std::string(key::LEMAddress)), platform.defaults.object(key::LEMAddress));
+  const bool hasKey = !platform.mail.service().apiKey.empty();
+  const std::size_t waiting = manager.getPendingMessages().size();
+  if (session.json) {
+    return printJson(session.console, {{"on", areOn},
+                                       {"to", to.empty() ? Json(nullptr) : Json(to)},
+                                       {"service", manager.serviceAddress()},
+                                       {"hasKey", hasKey},
+                                       {"waiting", waiting}});
+  }
+  Console& console = session.console;
+  console.line(fmt::format("Reminders by e-mail: {}", areOn ? "on" : "off"));
+  console.line("To: " + (to.empty() ? "nobody yet" : printable(to)));
+  console.line("Service: " + printable(manager.serviceAddress()) + (hasKey ? "" : ", no API key is set up"));
+  console.line(fmt::format("Waiting: {}", waiting));
+}
+
+}  // namespace
+
+void addMail(CLI::App& app, Invocation& invocation) {
+  const auto recipient = std::make_shared<std::optional<std::string>>();
+  const auto withRecipient = [recipient](void (*run)(Session&)) {
+    return [recipient, run](Session& session) {
+      if (*recipient) setRecipient(session, **recipient);
+      run(session);
+    };
+  };
+  CLI::App* mail = addCommand(app, invocation,
+                              {"mail", "Show how reminders by e-mail stand, or send them",
+                               "tallyvane settings set QMEmailsEnabled yes\n  tallyvane mail test --to me@example.org"},
+                              nullptr);
+  mail->add_option("--to", *recipient, "Have reminders sent to this address from now on");
+  mail->require_subcommand(0, 1);
+  mail->callback([&invocation, mail, withRecipient] {
+    if (mail->get_subcommands().empty()) invocation.action = withRecipient(showState);
+  });
+  addCommand(*mail, invocation, {"queue", "List the messages that wait", "tallyvane mail queue"},
+             withRecipient(showQueue));
+  addCommand(*mail, invocation,
+             {"check", "Send what is due, and wait for the service's answers", "tallyvane mail check"},
+             withRecipient(checkQueue));
+  addCommand(*mail, invocation, {"test", "Send a test message", "tallyvane mail test --to me@example.org"},
+             withRecipient(sendTest));
+}
+
+}  // namespace tallyvane::cli

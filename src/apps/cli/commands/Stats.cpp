@@ -1,0 +1,177 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "analysis/Payments.h"
+#include "analysis/QMStatisticsCalculator.h"
+#include "cli/Bars.h"
+#include "cli/BillLookup.h"
+#include "cli/BillText.h"
+#include "cli/Fields.h"
+#include "cli/Json.h"
+#include "cli/PaymentChange.h"
+#include "cli/Table.h"
+#include "cli/commands/Commands.h"
+#include "foundation/NumberReading.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+/// A count of bills and what they come to, as the model counts them.
+struct Figure {
+  const char* title;
+  const char* jsonKey;
+  Array (QMStatisticsCalculator::*count)(const std::vector<Dictionary>&) const;
+};
+
+constexpr Figure figures[] = {
+    {"Overdue or due soon", "overdueOrDueSoon", &QMStatisticsCalculator::countAndAmountofBillsDueSoonForData},
+    {"Overdue, to pay yourself", "overdue", &QMStatisticsCalculator::countAndAmountofBillsOverdueSoonForData},
+    {"Due soon, to pay yourself", "dueSoon",
+     &QMStatisticsCalculator::countAndAmountofBillsDueExcludingOverdueSoonForData},
+    {"Due later, to pay yourself", "dueLater", &QMStatisticsCalculator::countAndAmountofBillsDueLaterForData}};
+
+constexpr std::pair<std::string_view, const char*> seasons[] = {
+    {key::TotalWinter, "winter"}, {key::TotalSpring, "spring"}, {key::TotalSummer, "summer"}, {key::TotalFall, "fall"}};
+
+/// One bill with the payments of all, to have their totals in one sum.
+Dictionary allPaymentsOf(const std::vector<Dictionary>& bills) {
+  Array all;
+  for (const Dictionary& bill : bills) {
+    const Array& payments = tallyvane::paymentsOf(bill);
+    all.insert(all.end(), payments.begin(), payments.end());
+  }
+  Dictionary bill;
+  bill.set(key::PaymentList, std::move(all));
+  return bill;
+}
+
+/// An amount, with a bar on a terminal.
+Cell yearCell(const Platform& platform, const Dictionary& totals, std::string_view sum, std::string_view height) {
+  constexpr int width = 20;
+  Cell cell = amountCell(platform, totals.find(sum));
+  const std::string drawn = bar(doubleValue(totals, height) / 100, width);
+  if (!drawn.empty()) cell.shown += "  " + drawn;
+  return cell;
+}
+
+std::vector<Field> totalsFields(const Platform& platform, const Dictionary& totals) {
+  const auto year = [&](std::string_view key) { return "Paid in " + totals.valueOr(key, std::string()); };
+  std::vector<Field> fields{
+      {year(key::ThisYearString), yearCell(platform, totals, key::TotalThisYear, key::ThisYearHeight)},
+      {year(key::LastYearString), yearCell(platform, totals, key::TotalLastYear, key::LastYearHeight)},
+      {"Paid in all", amountCell(platform, totals.find(key::Total))}};
+  for (const auto& [key, word] : seasons)
+    fields.push_back({fmt::format("Paid in {}", word), amountCell(platform, totals.find(key))});
+  return fields;
+}
+
+Json totalsJson(const Dictionary& totals) {
+  const auto year = [&](std::string_view text, std::string_view sum, std::string_view height) {
+    return Json{{"year", totals.valueOr(text, std::string())},
+                {"total", floatJson(totals.find(sum))},
+                {"height", integerValue(totals, height)}};
+  };
+  Json json{{"total", floatJson(totals.find(key::Total))},
+            {"thisYear", year(key::ThisYearString, key::TotalThisYear, key::ThisYearHeight)},
+            {"lastYear", year(key::LastYearString, key::TotalLastYear, key::LastYearHeight)}};
+  for (const auto& [key, word] : seasons) json[word] = floatJson(totals.find(key));
+  return json;
+}
+
+void allStatistics(Session& session) {
+  const Platform& platform = session.platform;
+  const QMStatisticsCalculator calculator{platform};
+  const std::vector<Dictionary> bills = contentsOf(platform, {activeBills});
+  const Dictionary totals = calculator.totalsForBill(allPaymentsOf(bills));
+  Table table({{"Bills", false, 16, 0}, {"Count", true}, {"Amount", true}});
+  Json json = Json::object();
+  for (const Figure& figure : figures) {
+    const Array counted = (calculator.*figure.count)(bills);
+    const std::string count = std::to_string(integerValue(&counted[0]));
+    table.add({figure.title, count, amountCell(platform, &counted[1])});
+    json[figure.jsonKey] = {{"count", integerValue(&counted[0])}, {"amount", floatJson(&counted[1])}};
+  }
+  if (session.json) return printJson(session.console, {{"bills", json}, {"paid", totalsJson(totals)}});
+  table.print(session.console);
+  if (session.console.interactive()) session.console.line();
+  printFields(session.console, totalsFields(platform, totals));
+}
+
+bool wasPaid(const Dictionary& bill) {
+  const Array& payments = tallyvane::paymentsOf(bill);
+  return std::any_of(payments.begin(), payments.end(), [](const Value& payment) { return payment.is<Dictionary>(); });
+}
+
+/// "$12.50 on Wed, Mar 10, 2027".
+Cell paymentCell(const Platform& platform, const Dictionary& payment) {
+  Cell cell = amountCell(platform, payment.find(key::Amount));
+  const Date* date = payment.get<Date>(key::Date);
+  if (date == nullptr) return cell;
+  cell.shown += " on " + QMStatisticsCalculator{platform}.createStringWithDate(*date);
+  cell.plain += " on " + isoDay(platform, *date);
+  return cell;
+}
+
+/// How much of what was owed has been paid; nothing without a balance to pay off.
+std::optional<float> percentPaidOff(const Platform& platform, const Dictionary& bill) {
+  const float balance = floatValue(bill, key::Balance);
+  const float paid = floatValue(bill, key::TotalPaid);
+  const float percent =
+      QMStatisticsCalculator{platform}.balanceGraphSizeWithMaxWidthAndTotalPaidAndBalance(100, paid, balance);
+  return balance > 0 && paid >= 0 && std::isfinite(percent) ? std::optional(percent) : std::nullopt;
+}
+
+void billStatistics(Session& session, const std::string& named) {
+  const Platform& platform = session.platform;
+  ListedBill bill = findBill(platform, named, {std::begin(allGroups), std::end(allGroups)});
+  (void)paymentsOf(bill);
+  const QMStatisticsCalculator calculator{platform};
+  const Dictionary totals = calculator.totalsForBill(bill.content);
+  const auto paidOff = percentPaidOff(platform, bill.content);
+  const Dictionary range = calculator.highestAndLowestPaymentForBill(bill.content);  // sorts this copy's payments
+  const auto payment = [&](std::string_view key) { return range.valueOr(key, Dictionary()); };
+  const bool isPaid = wasPaid(bill.content);
+  if (session.json) {
+    const auto json = [&](std::string_view key) {
+      return isPaid ? paymentJson(platform, payment(key)) : Json(nullptr);
+    };
+    return printJson(session.console, {{"id", bill.bid},
+                                       {"name", bill.name()},
+                                       {"highest", json(key::Highest)},
+                                       {"lowest", json(key::Lowest)},
+                                       {"percentPaidOff", paidOff ? floatJson(*paidOff) : Json(nullptr)},
+                                       {"paid", totalsJson(totals)}});
+  }
+  const auto cell = [&](std::string_view key) {
+    return isPaid ? paymentCell(platform, payment(key)) : Cell(payment(key).valueOr(key::Date, std::string()));
+  };
+  std::vector<Field> fields{
+      {"Name", bill.name()}, {"Highest payment", cell(key::Highest)}, {"Lowest payment", cell(key::Lowest)}};
+  for (Field& field : totalsFields(platform, totals)) fields.push_back(std::move(field));
+  if (paidOff) fields.push_back({"Paid off", Cell(fmt::format("{:.0f} %", *paidOff), fmt::format("{:g}", *paidOff))});
+  printFields(session.console, fields);
+}
+
+}  // namespace
+
+void addStats(CLI::App& app, Invocation& invocation) {
+  auto bill = std::make_shared<std::string>();
+  CLI::App* command = addCommand(
+      app, invocation,
+      {"stats", "Show what is due and was paid, of all active bills or of one bill", "tallyvane stats Electricity"},
+      nullptr);
+  CLI::Option* named = command->add_option("BILL", *bill, billHelp);
+  command->callback([&invocation, bill, named] {
+    if (named->count() == 0) {
+      invocation.action = allStatistics;
+    } else {
+      invocation.action = [bill](Session& session) { billStatistics(session, *bill); };
+    }
+  });
+}
+
+}  // namespace tallyvane::cli

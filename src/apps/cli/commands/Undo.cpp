@@ -1,0 +1,94 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "cli/BillChange.h"
+#include "cli/BillText.h"
+#include "cli/DisplayText.h"
+#include "cli/Failure.h"
+#include "cli/Json.h"
+#include "cli/PaymentChange.h"
+#include "cli/commands/Commands.h"
+#include "foundation/NumberReading.h"
+#include "payments/PaymentList.h"
+#include "payments/QMPaymentLogger.h"
+#include "schedule/RepeatRule.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+std::string dayText(const Platform& platform, const Date* date) {
+  if (date == nullptr || *date == distantPast) return "no known day";
+  return QMBillsLoader{platform}.createDueDateStringWithDate(*date);
+}
+
+[[noreturn]] void refuse(const Platform& platform, const ListedBill& bill, const Array& payments) {
+  const std::string name = bill.name();
+  if (payments.empty()) couldNot(fmt::format("\"{}\" has no payment to undo.", name));
+  couldNot(
+      fmt::format("Not undone: the payment of \"{}\" that was logged last is of {}, but the latest one is of {}. "
+                  "\"tallyvane payments\" lists them and removes any, with --remove {}.",
+                  name, dayText(platform, dateOfPayment(payments.back())),
+                  dayText(platform, bill.content.get<Date>(key::LastPayment)), payments.size()));
+}
+
+/// The model stores the list in the order it was given, the last payment first. The next payment is put at the end, so
+/// the list goes back to the order in which the payments were logged.
+void undoLast(const Platform& platform, const ListedBill& bill) {
+  Array payments = paymentsOf(bill);
+  Array lastFirst(payments.rbegin(), payments.rend());
+  if (!QMPaymentLogger{platform}.reverseLastPaymentForBillAndPayments(bill.bid, lastFirst))
+    refuse(platform, bill, payments);
+  payments.pop_back();
+  Dictionary content = storedBill(platform, bill);
+  content.set(key::PaymentList, std::move(payments));
+  rewriteBill(platform, bill, content);
+}
+
+bool isTwiceAMonth(const Dictionary& bill) {
+  const Array* repeat = bill.get<Array>(key::Repeat);
+  return repeat != nullptr && isCompleteRule(*repeat) && int32Value(&(*repeat)[1]) == UnitKind::twicePerMonth;
+}
+
+void say(Session& session, const ListedBill& bill, const Value& undone) {
+  const Platform& platform = session.platform;
+  const Dictionary after = storedBill(platform, bill);
+  if (session.json) return printJson(session.console, changeJson(platform, bill, after));
+  const Dictionary* entry = undone.get<Dictionary>();
+  session.console.line(printable(
+      fmt::format("Undone: the payment of \"{}\" of {}, {}.", bill.name(), dayText(platform, dateOfPayment(undone)),
+                  amountCell(platform, entry == nullptr ? nullptr : entry->find(key::Amount)).shown)));
+  printFields(session.console, changedFields(platform, bill.content, after));
+  if (isTwiceAMonth(after))
+    session.console.error(
+        "A bill due twice a month moves ahead here, too; \"tallyvane edit BILL --due DATE\" sets it.");
+  if (doubleValue(after, key::Balance) != 0)
+    session.console.error("The balance stays as it is; \"tallyvane edit BILL --balance N\" sets it.");
+}
+
+void undo(Session& session, const std::string& named) {
+  const Platform& platform = session.platform;
+  ListedBill bill;
+  session.write(
+      [&] {
+        bill = findBill(platform, named, {activeBills, archivedBills});
+        undoLast(platform, bill);
+      },
+      [&] { agreeWithFiles(platform, bill.bid, {bill.name()}); });
+  say(session, bill, paymentsOf(bill).back());
+}
+
+}  // namespace
+
+void addUndo(CLI::App& app, Invocation& invocation) {
+  auto bill = std::make_shared<std::string>();
+  CLI::App* command = addCommand(
+      app, invocation, {"undo", "Take back the last payment and its step of the due date", "tallyvane undo Rent"},
+      [bill](Session& session) { undo(session, *bill); });
+  command->add_option("BILL", *bill, billHelp)->required();
+}
+
+}  // namespace tallyvane::cli
