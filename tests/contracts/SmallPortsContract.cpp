@@ -1,7 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "freedesktop/FileBookmarks.h"
 #include "freedesktop/QueuedMainQueue.h"
+#include "freedesktop/SystemClock.h"
+#include "freedesktop/SystemRandom.h"
+#include "support/LogHosts.h"
 #include "support/SmallResources.h"
 
 namespace tallyvane::testing {
@@ -59,6 +64,41 @@ TYPED_TEST(ResourcesContract, PicturesAndTextsAreFoundByNameOnly) {
     EXPECT_FALSE(this->port.picture(name)) << name;
     EXPECT_FALSE(this->port.text(name)) << name;
   }
+}
+
+template <typename Port>
+struct ClockContract : Suite<Port> {};
+using AllClocks = ::testing::Types<FakeClock, SystemClock>;
+TYPED_TEST_SUITE(ClockContract, AllClocks);
+
+TYPED_TEST(ClockContract, TellsAMomentOfOurTimes) {
+  const Date first = this->port.now();
+  EXPECT_LE(first, this->port.now());
+  EXPECT_GT(first, std::chrono::sys_days{std::chrono::year{2020} / 1 / 1});
+  EXPECT_LT(first, distantFuture);
+}
+
+template <typename Port>
+struct RandomContract : Suite<Port> {};
+using AllRandom = ::testing::Types<FakeRandom, SystemRandom>;
+TYPED_TEST_SUITE(RandomContract, AllRandom);
+
+TYPED_TEST(RandomContract, NoDrawComesTwice) {
+  std::set<std::array<std::uint8_t, 16>> drawn;
+  for (int i = 0; i < 1000; ++i) drawn.insert(this->port.bytes16());
+  EXPECT_EQ(drawn.size(), 1000);
+}
+
+template <typename Host>
+struct LogContract : ::testing::Test, Host {};
+using AllLogs = ::testing::Types<LogInMemory, LogOnStandardError>;
+TYPED_TEST_SUITE(LogContract, AllLogs);
+
+TYPED_TEST(LogContract, LinesStandAsTheyAreInTheirOrderAndDiagnosticsApart) {
+  this->log.line("Running Overview Update");
+  this->log.diagnostic("100%s of /a cannot be read");
+  this->log.line("Error: %@");
+  EXPECT_EQ(this->written(), "Running Overview Update\nError: %@\n|100%s of /a cannot be read\n");
 }
 
 }  // namespace
