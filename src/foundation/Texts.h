@@ -15,6 +15,8 @@ namespace tallyvane {
 
 /// The date in the pattern that the locale makes of a template such as "EEEMMMdyyyy", in the region's zone.
 [[nodiscard]] std::string formattedDate(const Region& region, Date date, std::string_view templateLetters);
+/// That pattern itself, in ICU's letters.
+[[nodiscard]] std::string datePattern(const Region& region, std::string_view templateLetters);
 /// The date in exactly this pattern, such as "MMM d", with the locale's names and digits, in the region's zone.
 [[nodiscard]] std::string dateInPattern(const Region& region, Date date, std::string_view pattern);
 

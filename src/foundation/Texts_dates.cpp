@@ -20,6 +20,15 @@ class DateTexts {
   icu::SimpleDateFormat& formatOfTemplate(std::string_view letters) {
     return formatIn(ofTemplates_, letters, [&] { return bestPattern(letters); });
   }
+  icu::UnicodeString bestPattern(std::string_view letters) {
+    UErrorCode status = U_ZERO_ERROR;
+    if (!generator_)
+      generator_.reset(icu::DateTimePatternGenerator::createInstance(icu::Locale(region_.locale.c_str()), status));
+    requireIcu(status, "date patterns");
+    icu::UnicodeString pattern = generator_->getBestPattern(unicodeOf(letters), status);
+    requireIcu(status, "a date pattern");
+    return pattern;
+  }
   icu::SimpleDateFormat& formatOfPattern(std::string_view pattern) {
     return formatIn(ofPatterns_, pattern, [&] { return unicodeOf(pattern); });
   }
@@ -32,16 +41,6 @@ class DateTexts {
     for (const auto& [known, format] : formats)
       if (known == name) return *format;
     return *formats.emplace_back(name, makeFormat(makePattern())).second;
-  }
-
-  icu::UnicodeString bestPattern(std::string_view letters) {
-    UErrorCode status = U_ZERO_ERROR;
-    if (!generator_)
-      generator_.reset(icu::DateTimePatternGenerator::createInstance(icu::Locale(region_.locale.c_str()), status));
-    requireIcu(status, "date patterns");
-    icu::UnicodeString pattern = generator_->getBestPattern(unicodeOf(letters), status);
-    requireIcu(status, "a date pattern");
-    return pattern;
   }
 
   std::unique_ptr<icu::SimpleDateFormat> makeFormat(const icu::UnicodeString& pattern) {
@@ -72,6 +71,10 @@ std::string formatted(const icu::SimpleDateFormat& format, Date date) {
 
 std::string formattedDate(const Region& region, Date date, std::string_view templateLetters) {
   return formatted(textsOf(region).formatOfTemplate(templateLetters), date);
+}
+
+std::string datePattern(const Region& region, std::string_view templateLetters) {
+  return utf8Of(textsOf(region).bestPattern(templateLetters));
 }
 
 std::string dateInPattern(const Region& region, Date date, std::string_view pattern) {

@@ -1,5 +1,7 @@
 #include "reminders/QMReminderManager.h"
 
+#include <algorithm>
+
 #include "foundation/Calendar.h"
 #include "foundation/NumberReading.h"
 #include "storage/Keys.h"
@@ -160,17 +162,20 @@ EventCalendar QMReminderManager::createCalendarInCalendars(const std::string& na
 }
 
 std::optional<EventCalendar> QMReminderManager::findCalendarWithName(const std::optional<std::string>& name) {
-  for (const EventCalendar& calendar : readCalendars().value_or(std::vector<EventCalendar>())) {
-    if (calendar.title == name) return calendar;
+  const std::optional<std::vector<EventCalendar>> calendars = readCalendars();
+  if (!calendars) {
+    platform_.log.line("Calendar error, using default");
+    return std::nullopt;
   }
-  return std::nullopt;
+  const auto found = std::find_if(calendars->begin(), calendars->end(),
+                                  [&](const EventCalendar& calendar) { return calendar.title == name; });
+  return found == calendars->end() ? std::nullopt : std::optional(*found);
 }
 
 std::optional<std::vector<EventCalendar>> QMReminderManager::readCalendars() {
   try {
     return platform_.calendars.calendars();
   } catch (const CalendarStoreError& error) {
-    platform_.log.line("Calendar error, using default");
     platform_.log.diagnostic(std::string("The calendars cannot be read: ") + error.what());
     return std::nullopt;
   }

@@ -48,6 +48,7 @@ std::vector<Dictionary> QMBillsLoader::loadBillsForExtension() {
     Dictionary row = element.is<Dictionary>() ? *element.get<Dictionary>() : Dictionary();
     log.line("OK1");
     log.line("Due Date " + dateText(row));
+    // The date as stored, moved off a weekend when the snapshot was written; not moved again, deliberately.
     addDisplayKeys(row);
     if (const Value* sortNumber = row.find(key::SortableDueDate)) {
       // The widget's own horizon, not the user's setting.

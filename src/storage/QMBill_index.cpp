@@ -2,6 +2,7 @@
 
 #include "platform/PropertyListFile.h"
 #include "reminders/QMReminderManager.h"
+#include "storage/BillIndex.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
 #include "storage/QMBill.h"
@@ -58,14 +59,15 @@ void QMBill::moveBillFromIndexToIndexNotUsingIndexAndDisableBill(const std::stri
                                                                  std::string_view other, bool disable) {
   const Dictionary index = readIndex(platform_);
   if (disable) removeReminders(platform_, billIdentifier);
-  if (index.contains(from) && index.get<Array>(from) == nullptr) {
-    platform_.log.diagnostic("Not a list of bills, left as it is: " + std::string(from) + " in " +
+  if (const auto odd = oddListOf(index)) {
+    platform_.log.diagnostic("Not a list of bills, left as it is: " + std::string(*odd) + " in " +
                              pathInDataFolder(platform_, billIndexName));
     return;
   }
 
   Dictionary moved;
-  // Pairs end at the first missing value, so an index without the from-list becomes an empty one; deliberate.
+  // Pairs end at the first missing value, so an index without the from-list becomes an empty one, and they stand in the
+  // order from, to, other; deliberate.
   if (const Array* source = index.get<Array>(from)) {
     Array remaining = *source;
     std::erase(remaining, Value(billIdentifier));

@@ -4,6 +4,7 @@
 #include "foundation/Texts.h"
 #include "platform/PropertyListFile.h"
 #include "reminders/QMReminderManager.h"
+#include "storage/BillIndex.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
 #include "storage/OlderIcons.h"
@@ -82,12 +83,18 @@ void enterActive(Dictionary& index, const std::string& bid, Log& log) {
   log.line("Speed3");
 }
 
-/// Enters the bill in the index file, or starts one, and gives back the active list.
-Array writeIndexWith(const Platform& platform, const std::string& bid) {
+/// Enters the bill in the index file and gives back the active list; nothing when a list there is none and all stays
+/// as it is. An index that is missing or cannot be read is replaced by one with this bill alone: the others lose their
+/// place in it, not their files; deliberate.
+std::optional<Array> writeIndexWith(const Platform& platform, const std::string& bid) {
   Log& log = platform.log;
   const std::string path = pathInDataFolder(platform, billIndexName);
   auto index = readPropertyListFile<Dictionary>(platform.files, log, path);
   log.line("Speed1");
+  if (const auto odd = index ? oddListOf(*index) : std::nullopt) {
+    log.diagnostic("Not a list of bills, left as it is: " + std::string(*odd) + " in " + path);
+    return std::nullopt;
+  }
   if (index) {
     enterActive(*index, bid, log);
   } else {
@@ -128,7 +135,7 @@ void QMBill::writeBill(bool skipActiveMirror) {
   const Dictionary bill = billDictionary(*this);
   const bool wrote = static_cast<bool>(savePropertyListFile(platform_.files, billPath(platform_, *bid), bill));
   log.line(wrote ? "Wrote File = 1" : "Wrote File = 0");
-  const Array active = writeIndexWith(platform_, *bid);
+  const std::optional<Array> active = writeIndexWith(platform_, *bid);
 
   log.line("Speed4a");
   QMReminderManager reminders{platform_};
@@ -144,7 +151,7 @@ void QMBill::writeBill(bool skipActiveMirror) {
   QMBillsLoader{platform_}.saveListOfTagsWithTags(tags.value_or(std::vector<std::string>()));
   uploadBillToiCloudWithBidAndDictionary(*bid, bill);
   log.line("Speed7");
-  if (!skipActiveMirror) uploadActiveBillsToiCloud(active);
+  if (!skipActiveMirror && active) uploadActiveBillsToiCloud(*active);
   log.line("Speed8");
 }
 

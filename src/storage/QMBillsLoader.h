@@ -100,7 +100,7 @@ class QMBillsLoader {
 
   [[nodiscard]] std::string createDueIconWithSortNumberAndPaymentType(const Value* sortNumber,
                                                                       const Value* payType) const;
-  /// The widget's horizon is the group suite's, 7 where that has none.
+  /// The widget's horizon is the group suite's, 7 where that is 0 or has none.
   [[nodiscard]] std::string createDueIconForExtensionWithSortNumberAndPaymentType(const Value* sortNumber,
                                                                                   const Value* payType) const;
   /// The older set: any negative number is red, 15 days and more are green.
@@ -123,6 +123,7 @@ class QMBillsLoader {
   /// Counts of overdue, due-soon and due-later rows. A row without a due date stands in none.
   [[nodiscard]] std::vector<std::int32_t> rowsPerSectionForData(const std::vector<Dictionary>& rows) const;
   [[nodiscard]] Dictionary dataSourceDetailsForDataSource(const std::vector<Dictionary>& rows) const;
+  /// Always 3, whatever the rows; deliberate.
   [[nodiscard]] std::int64_t sectionCountForData(const std::vector<Dictionary>& rows) const;
   /// "Amount" unless its whole part is 0, then "Average"; absent reads as 0.
   [[nodiscard]] Value getEstimatedAmountDueForBill(const Dictionary& bill) const;

@@ -11,9 +11,11 @@ std::optional<Dictionary> QMBillsLoader::loadBillWithID(const std::string& bid) 
 }
 
 std::optional<std::vector<std::string>> QMBillsLoader::getListOfBills(std::string_view key) {
-  const auto index =
-      readPropertyListFile<Dictionary>(platform_.files, platform_.log, pathInDataFolder(platform_, billIndexName));
+  const std::string path = pathInDataFolder(platform_, billIndexName);
+  const auto index = readPropertyListFile<Dictionary>(platform_.files, platform_.log, path);
   const Array* list = index ? index->get<Array>(key) : nullptr;
+  if (list == nullptr && index && index->contains(key))
+    platform_.log.diagnostic("Not a list of bills: " + std::string(key) + " in " + path);
   return list == nullptr ? std::nullopt : std::optional(stringsOf(list));
 }
 

@@ -145,6 +145,7 @@ TEST_F(Reminders, AnUnreadableListOfCalendarsIsLoggedAndKeepsOnlyTheEventsAway) 
   manager.removeTallyvaneRemindersForBillName("Rent");
   EXPECT_THAT(desktop.log.lines, ElementsAre("Calendar error, using default"));
   manager.createTallyvaneReminderForBill(reminding("A1", "Rent", daysFromToday(5)));
+  EXPECT_THAT(desktop.log.lines, ElementsAre("Calendar error, using default", "Updating Reminder"));
   EXPECT_TRUE(desktop.calendars.calendarList.empty()) << "no second calendar of the same name";
   EXPECT_EQ(desktop.notifications.scheduledList.size(), 1U);
 }

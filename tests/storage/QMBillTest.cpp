@@ -130,18 +130,31 @@ TEST(QMBill, MovesBetweenTheListsOfTheIndex) {
   }
 }
 
-TEST(QMBill, AMoveWritesItsListsInTheOrderFromToOtherAndSparesAnIndexOfTheWrongKind) {
+TEST(QMBill, AMoveWritesItsListsInTheOrderFromToOther) {
   FakeDesktop desktop;
   putActiveBills(desktop, {bill("A", "Rent", daysFromToday(1))});
   QMBill{desktop.platform}.archiveBillWithBid("A");
   EXPECT_THAT(keysOf(indexOf(desktop)), ElementsAre("ActiveBills", "ArchivedBills", "DeletedBills"));
   QMBill{desktop.platform}.deleteBillWithBid("A");
   EXPECT_THAT(keysOf(indexOf(desktop)), ElementsAre("ArchivedBills", "DeletedBills", "ActiveBills"));
-  const Dictionary odd = with(index({}, {"C"}, {"D"}), "ActiveBills", "A");
-  putIndex(desktop, odd);
-  QMBill{desktop.platform}.archiveBillWithBid("A");
-  EXPECT_EQ(indexOf(desktop), odd);
-  EXPECT_THAT(desktop.log.diagnostics, ElementsAre(::testing::HasSubstr("billindex.plist")));
+}
+
+TEST(QMBill, AnIndexInWhichAListIsNoneIsLeftAsItIsAndNamed) {
+  for (const char* odd : {"ActiveBills", "ArchivedBills", "DeletedBills"}) {
+    const Dictionary lists = with(index({"A"}, {"A"}, {"A"}), odd, "A");
+    FakeDesktop desktop;
+    desktop.defaults.content.set("iCloudSyncEnabled", true);
+    putIndex(desktop, lists);
+    QMBill{desktop.platform}.archiveBillWithBid("A");
+    QMBill{desktop.platform}.restoreBillWithBid("A");
+    billObject(desktop.platform, "A", "Rent", daysFromToday(1)).writeBill(false);
+    (void)QMBillsLoader{desktop.platform}.getListOfBills(odd);
+    EXPECT_EQ(indexOf(desktop), lists) << odd;
+    EXPECT_EQ(desktop.cloud.object("activebills"), std::nullopt);
+    EXPECT_THAT(desktop.log.diagnostics,
+                ::testing::AllOf(::testing::SizeIs(4), ::testing::Each(AllOf(::testing::HasSubstr("billindex.plist"),
+                                                                             ::testing::HasSubstr(odd)))));
+  }
 }
 
 TEST(QMBill, MirrorsWhatItWroteAndMovedAndNothingWhileTheUserDoesNotSync) {

@@ -27,9 +27,8 @@ const std::string& pictureFolder(const SessionEnvironment& session) {
 
 /// The bill index and the bills; tags, income and mail stand in no menu.
 bool isFileOfBills(std::string_view name) {
-  constexpr std::string_view ending = ".plist";
-  if (!name.ends_with(ending) || name.starts_with('.')) return false;
-  return name == billIndexName || !name.ends_with("index.plist");
+  if (!name.ends_with(".plist") || name.starts_with('.')) return false;
+  return name != tagIndexName && name != incomeIndexName && name != mailIndexName;
 }
 
 bool sameRegion(const Region& left, const Region& right) {

@@ -11,6 +11,7 @@
 #include "cli/Failure.h"
 #include "cli/Similar.h"
 #include "platform/PropertyListFile.h"
+#include "storage/BillIndex.h"
 #include "storage/DataFolder.h"
 #include "storage/QMBillsLoader.h"
 
@@ -91,7 +92,13 @@ void requireReadableData(const Platform& platform) {
   if (!platform.files.isFolder(*folder)) {
     couldNot("The data folder is not there: " + *folder + ". Make it or bring it back, and check its permissions.");
   }
-  requireReadableFile(platform, *folder + "/" + std::string(billIndexName), "list of bills");
+  const std::string path = *folder + "/" + std::string(billIndexName);
+  requireReadableFile(platform, path, "list of bills");
+  const auto index = readPropertyListFile<Dictionary>(platform.files, platform.log, path);
+  if (const auto odd = index ? oddListOf(*index) : std::nullopt) {
+    couldNot(
+        fmt::format("The list of bills: \"{}\" is not a list in {}. Put back a good copy of this file.", *odd, path));
+  }
 }
 
 void requireReadableFile(const Platform& platform, const std::string& path, std::string_view what) {

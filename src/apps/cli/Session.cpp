@@ -22,6 +22,11 @@ void Session::write(const std::function<void()>& operation, const std::function<
   if (!written) couldNot("Not done: " + written.error() + ". Make room or check the permissions, then try again.");
 }
 
+void Session::list(const std::function<void()>& listing) {
+  const auto lock = access_.lock();
+  listing();
+}
+
 void Session::awaitCallbacks(const std::function<bool()>& finished) {
   while (!finished()) {
     access_.waitForCallbacks();

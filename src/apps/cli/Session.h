@@ -45,6 +45,9 @@ class Session {
   /// snapshot up to date. When a file could not be written, or the operation throws, all files are put back, `mend`
   /// sets right what stands outside of them, and the command fails. The operation asks nobody anything.
   void write(const std::function<void()>& operation, const std::function<void()>& mend = nullptr);
+  /// Runs a listing that puts other rows in the place of the widget's snapshot until it ends, with the other programs
+  /// kept from reading that; without the lock when it cannot be had, since the user's own files stay as they are.
+  void list(const std::function<void()>& listing);
   /// Runs the callbacks of requests, as they come, until `finished`. What they change is written as by `write`; nothing
   /// is locked while there is nothing to run.
   void awaitCallbacks(const std::function<bool()>& finished);

@@ -19,14 +19,17 @@ namespace tallyvane::helper {
 
 namespace {
 
-/// The delegate does not look at what opening a URL came to, so that it is logged here.
+/// The delegate does not look at what opening a URL came to, so that it is logged here. A bus that has not told in time
+/// what runs is not asked for more.
 class LoggedWorkspace : public Workspace {
  public:
-  LoggedWorkspace(Workspace& workspace, Log& log) : workspace_(workspace), log_(log) {}
+  LoggedWorkspace(Workspace& workspace, Log& log, std::chrono::milliseconds limit)
+      : workspace_(workspace), log_(log), deadline_(std::chrono::steady_clock::now() + limit) {}
 
   [[nodiscard]] std::vector<std::string> runningApplications() override { return workspace_.runningApplications(); }
   Result<> openUrl(const std::string& url) override {
-    Result<> opened = workspace_.openUrl(url);
+    const bool isLate = std::chrono::steady_clock::now() >= deadline_;
+    const Result<> opened = isLate ? Error{"the session bus does not answer"} : workspace_.openUrl(url);
     if (!opened) log_.diagnostic("Cannot open " + url + ": " + opened.error());
     return opened;
   }
@@ -34,6 +37,7 @@ class LoggedWorkspace : public Workspace {
  private:
   Workspace& workspace_;
   Log& log_;
+  const std::chrono::steady_clock::time_point deadline_;
 };
 
 /// Ends the process when it is not dropped in time.
@@ -76,7 +80,7 @@ void runLoginHelper(const Environment& environment, Log& log, std::chrono::milli
   openBus(bus, limit);
   PosixFileStore files(XdgFolders::of(environment).dataHome);
   SessionWorkspace sessionWorkspace(bus, files, std::move(session), log);
-  LoggedWorkspace workspace(sessionWorkspace, log);
+  LoggedWorkspace workspace(sessionWorkspace, log, limit);
   NoApplication application;
   QMAppDelegate(workspace, application).applicationDidFinishLaunching();
 }

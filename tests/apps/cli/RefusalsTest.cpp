@@ -192,15 +192,18 @@ TEST_F(Refusals, WithoutItsDataFolderACommandWritesNothingAnywhere) {
 }
 
 TEST_F(Refusals, AnIndexThatCannotBeReadIsNeverTakenForNoBills) {
-  cli.desktop.files.content[cli.dataFolder + "/billindex.plist"] = "<plist>";
-  const auto before = cli.desktop.files.content;
-  for (const Arguments& command :
-       std::vector<Arguments>{{"overview"}, {"add", "New", "--due", "today", "--repeat", "weekly", "--amount", "1"}}) {
-    const Outcome outcome = cli.run(command);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("billindex.plist"));
+  const std::string oddList = writePropertyList(Dictionary{{"ActiveBills", "A1"}, {"ArchivedBills", Array{"B"}}});
+  for (const std::string& index : {std::string("<plist>"), oddList}) {
+    cli.desktop.files.content[cli.dataFolder + "/billindex.plist"] = index;
+    const auto before = cli.desktop.files.content;
+    for (const Arguments& command : std::vector<Arguments>{
+             {"overview"}, {"add", "New", "--due", "today", "--repeat", "weekly", "--amount", "1"}}) {
+      const Outcome outcome = cli.run(command);
+      EXPECT_EQ(outcome.status, 1);
+      EXPECT_THAT(outcome.err, HasSubstr("billindex.plist"));
+    }
+    EXPECT_TRUE(cli.desktop.files.content == before);
   }
-  EXPECT_TRUE(cli.desktop.files.content == before);
 }
 
 TEST_F(Refusals, ALockThatCannotBeHadEndsTheCommandBeforeItWrites) {

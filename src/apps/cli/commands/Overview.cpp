@@ -108,9 +108,16 @@ void showOverview(Session& session, const Options& options) {
   QMBillsLoader loader{session.platform};
   const Group group = groupOf(options);
   requireReadableData(session.platform);
-  std::vector<Dictionary> rows = loader.loadBillsInGroupWithTag(group.key, options.tag);
-  // That replaced the widget's snapshot by what was listed; the panel shows the active bills.
-  if (group.key != activeBills.key || !options.tag.empty()) (void)loader.loadBills();
+  std::vector<Dictionary> rows;
+  if (group.key == activeBills.key && options.tag.empty()) {
+    rows = loader.loadBills();
+  } else {
+    session.list([&] {
+      rows = loader.loadBillsInGroupWithTag(group.key, options.tag);
+      // That replaced the widget's snapshot by what was listed; the panel shows the active bills.
+      (void)loader.loadBills();
+    });
+  }
 
   const bool hasRows = !rows.empty();
   std::erase_if(rows, [&](const Dictionary& row) { return !isShown(session.platform, options, row); });

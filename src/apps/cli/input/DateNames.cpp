@@ -2,12 +2,14 @@
 
 #include <unicode/calendar.h>
 #include <unicode/dtfmtsym.h>
-#include <unicode/dtptngen.h>
 
 #include <algorithm>
 #include <memory>
 
 #include "cli/input/InputText.h"
+#include "foundation/IcuSupport.h"
+#include "foundation/PerRegion.h"
+#include "foundation/Texts.h"
 
 namespace tallyvane::cli {
 
@@ -27,23 +29,17 @@ void addNames(std::vector<NumberedName>& to, const icu::UnicodeString* names, in
   }
 }
 
-std::unique_ptr<Symbols> symbolsOf(const Region& region) {
+std::unique_ptr<Symbols> makeSymbols(const Region& region) {
   UErrorCode status = U_ZERO_ERROR;
   const icu::Locale locale(region.locale.c_str());
   const std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(locale, status));
-  if (U_FAILURE(status)) return nullptr;
+  requireIcu(status, "a calendar");
   auto symbols = std::make_unique<Symbols>(locale, calendar->getType(), status);
-  return U_SUCCESS(status) ? std::move(symbols) : nullptr;
+  requireIcu(status, "the names of days and months");
+  return symbols;
 }
 
-std::string patternOf(const Region& region, const char16_t* templateLetters) {
-  UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<icu::DateTimePatternGenerator> generator(
-      icu::DateTimePatternGenerator::createInstance(icu::Locale(region.locale.c_str()), status));
-  std::string pattern;
-  if (U_SUCCESS(status)) generator->getBestPattern(templateLetters, status).toUTF8String(pattern);
-  return U_SUCCESS(status) ? pattern : "y-M-d";
-}
+const Symbols& symbolsOf(const Region& region) { return perRegion<Symbols>(region, makeSymbols); }
 
 template <typename Add>
 void forEachForm(Add add) {
@@ -64,10 +60,10 @@ void addWithShortForms(std::vector<NumberedName>& to, std::initializer_list<cons
 
 std::vector<NumberedName> ownMonthNames(const Region& region) {
   std::vector<NumberedName> names;
-  const auto symbols = symbolsOf(region);
+  const Symbols& symbols = symbolsOf(region);
   forEachForm([&](auto context, auto width) {
     int count = 0;
-    const icu::UnicodeString* months = symbols ? symbols->getMonths(count, context, width) : nullptr;
+    const icu::UnicodeString* months = symbols.getMonths(count, context, width);
     addNames(names, months, count, 1);
   });
   return names;
@@ -82,10 +78,10 @@ std::vector<NumberedName> englishMonthNames() {
 
 std::vector<NumberedName> weekdayNames(const Region& region) {
   std::vector<NumberedName> names;
-  const auto symbols = symbolsOf(region);
+  const Symbols& symbols = symbolsOf(region);
   forEachForm([&](auto context, auto width) {
     int count = 0;
-    const icu::UnicodeString* days = symbols ? symbols->getWeekdays(count, context, width) : nullptr;
+    const icu::UnicodeString* days = symbols.getWeekdays(count, context, width);
     addNames(names, days, count, 0);  // ICU leaves element 0 empty
   });
   addWithShortForms(names, {"sunday", "monday", "tuesday", "wednesday", "thursday", "friday", "saturday"});
@@ -94,7 +90,7 @@ std::vector<NumberedName> weekdayNames(const Region& region) {
 
 std::vector<std::string> dateFillers(const Region& region) {
   std::vector<std::string> fillers{"of", "the"};
-  std::string pattern = patternOf(region, u"yMMMMd");
+  std::string pattern = datePattern(region, "yMMMMd");
   for (std::size_t open = 0; (open = pattern.find('\'', open)) != std::string::npos;) {
     const std::size_t close = std::min(pattern.find('\'', open + 1), pattern.size());
     fillers.push_back(plainText(pattern.substr(open + 1, close - open - 1)));
@@ -104,7 +100,7 @@ std::vector<std::string> dateFillers(const Region& region) {
 }
 
 std::vector<DatePart> numericDateOrder(const Region& region) {
-  const std::string pattern = patternOf(region, u"yMd");
+  const std::string pattern = datePattern(region, "yMd");
   std::vector<std::pair<std::size_t, DatePart>> places{
       {pattern.find('y'), DatePart::year}, {pattern.find('M'), DatePart::month}, {pattern.find('d'), DatePart::day}};
   std::sort(places.begin(), places.end());
