@@ -18,14 +18,14 @@ FileDescriptor timerOn(clockid_t clock) {
   return file;
 }
 
-/// A zero time would switch the timer off.
-itimerspec onceAt(std::chrono::nanoseconds time) {
+/// A zero time would switch the timer off. In microseconds, since the far future is beyond 64 bits of nanoseconds.
+itimerspec onceAt(std::chrono::microseconds time) {
   using std::chrono::seconds;
-  const auto atLeastOne = std::max(time, std::chrono::nanoseconds{1});
+  const auto atLeastOne = std::max(time, std::chrono::microseconds{1});
   const auto whole = std::chrono::duration_cast<seconds>(atLeastOne);
   itimerspec spec{};
   spec.it_value.tv_sec = whole.count();
-  spec.it_value.tv_nsec = (atLeastOne - whole).count();
+  spec.it_value.tv_nsec = std::chrono::nanoseconds(atLeastOne - whole).count();
   return spec;
 }
 

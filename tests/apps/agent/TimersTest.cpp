@@ -21,8 +21,10 @@ Date fromNow(std::chrono::hours time) {
 
 TEST(WallClockTimer, IsReadableFromItsMomentOnUntilThatIsNoted) {
   agent::WallClockTimer timer;
-  ASSERT_TRUE(timer.set(fromNow(1h)));
-  EXPECT_FALSE(isReadable(timer.descriptor(), 0ms));
+  for (const Date ahead : {fromNow(1h), distantFuture}) {
+    ASSERT_TRUE(timer.set(ahead));
+    EXPECT_FALSE(isReadable(timer.descriptor(), 0ms));
+  }
   ASSERT_TRUE(timer.set(fromNow(-1h)));
   EXPECT_TRUE(isReadable(timer.descriptor(), patience));
   timer.acknowledge();
