@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <utility>
 #include <vector>
@@ -72,6 +73,7 @@ NotificationService::NotificationService(sdbus::IConnection& connection, Told to
     : connection_(connection),
       told_(std::move(told)),
       busIdentity_(identityOfBus(connection)),
+      bus_(busItself(connection)),
       service_(sdbus::createProxy(connection, serviceName, servicePath)) {
   watch();
   follow(ownerOf(connection_, serviceName));
@@ -104,6 +106,19 @@ void NotificationService::watch() {
                                   });
 }
 
+void NotificationService::start(std::function<void(const Result<>& started)> answered) {
+  if (std::exchange(isStarting_, true)) return;
+  constexpr std::uint32_t noFlags = 0;
+  bus_->callMethodAsync("StartServiceByName")
+      .onInterface(busName)
+      .withTimeout(std::chrono::minutes{2})  // the bus itself gives up before
+      .withArguments(std::string(serviceName), noFlags)
+      .uponReplyInvoke([this, answered = std::move(answered)](const sdbus::Error* error, std::uint32_t /*reply*/) {
+        isStarting_ = false;
+        answered(error == nullptr ? Result<>() : Result<>(Error{error->getMessage()}));
+      });
+}
+
 void NotificationService::show(const UserNotification& notification, Answered answered) {
   constexpr std::int32_t untilDealtWith = 0;
   constexpr std::uint32_t replacingNone = 0;
@@ -118,8 +133,9 @@ void NotificationService::show(const UserNotification& notification, Answered an
     reply >> number;
     answered(ShownId{identityOf(reply.getSender()), number});
   };
-  // A service that is slow shows it all the same; asked again, it would show it twice.
-  service_->callMethod(call, answer, std::chrono::minutes{5});
+  // However slow it is: it shows it all the same, and asked again it would show it twice. When the service ends, the
+  // bus answers in its place.
+  service_->callMethod(call, answer, std::numeric_limits<std::uint64_t>::max());
 }
 
 void NotificationService::close(const ShownId& shown) {

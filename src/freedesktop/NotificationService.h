@@ -22,9 +22,11 @@ class NotificationService {
   /// The connection outlives it. Throws sdbus::Error when the bus is gone.
   NotificationService(sdbus::IConnection& connection, Told told);
 
-  /// Asks the service to show it, starting one where the desktop has one to start. The notification stays on the
-  /// screen until the user has dealt with it. `answered` is called later, once, with what it was shown as or the reason
-  /// why not; not after this is destroyed.
+  /// Has the desktop start a service where it has one to start. `answered` is called later, not after this is
+  /// destroyed; while a start is on its way, another is not asked for and not answered.
+  void start(std::function<void(const Result<>& started)> answered);
+  /// Asks the service to show it. The notification stays on the screen until the user has dealt with it. `answered` is
+  /// called later, once, with what it was shown as or the reason why not; not after this is destroyed.
   using Answered = std::function<void(const Result<ShownId>& shown)>;
   void show(const UserNotification& notification, Answered answered);
   /// What the service no longer shows, or another service showed, is passed over.
@@ -41,6 +43,8 @@ class NotificationService {
   Told told_;
   std::string busIdentity_;
   std::string current_;
+  bool isStarting_ = false;
+  std::unique_ptr<sdbus::IProxy> bus_;
   std::unique_ptr<sdbus::IProxy> service_;
   sdbus::Slot ownerChanges_;
   sdbus::Slot actions_;

@@ -27,7 +27,10 @@ struct ShownId {
 /// delivers. A notification that is due waits there until that one has shown it.
 ///
 /// Two notifications with the same user info and delivery date are the same occasion. Each occasion is shown once,
-/// however often it is removed and scheduled again: what was shown is remembered for a year after.
+/// however often it is removed and scheduled again and whenever the program ends that delivers: it counts as shown from
+/// before a service is asked to show it, until the service refuses. What was shown is remembered for a year after. An
+/// occasion that is over an hour late and was shown less than 18 hours before or after its date is the same one, at
+/// the time that it has in another zone or since the user chose another.
 class PlistNotificationCenter : public UserNotificationCenter {
  public:
   /// All references outlive it.
@@ -41,16 +44,22 @@ class PlistNotificationCenter : public UserNotificationCenter {
   [[nodiscard]] std::vector<UserNotification> scheduled() override;
   Result<> removeDelivered(const UserNotification& notification) override;
   Result<> removeScheduled(const UserNotification& notification) override;
+  Result<> changeTogether(const std::function<void()>& changes) override { return list_.changeTogether(changes); }
 
   // 2 Delivering, for the one program that does.
 
-  /// The scheduled ones that are to be shown now, one for each occasion, the earliest first. Those of an occasion that
-  /// was shown before count as delivered at once.
+  /// Whether anything scheduled is to be shown now.
+  [[nodiscard]] bool isAnyDue(Date now);
+  /// Counts all that is due as delivered, and gives what is to be shown now: one for each occasion that was not shown
+  /// before, the earliest first. Who takes them shows them, or puts them back.
   [[nodiscard]] Result<std::vector<UserNotification>> takeDue(Date now);
-  /// The next delivery date after that moment; nothing when none is scheduled.
+  /// When something is due next, later than that moment; nothing when nothing will be.
   [[nodiscard]] std::optional<Date> nextAfter(Date moment);
-  /// The notification has been shown: it and all others of its occasion count as delivered.
-  Result<> noteShown(const UserNotification& notification, const ShownId& shown, Date now);
+  /// A service shows what was taken.
+  Result<> noteShown(const UserNotification& notification, const ShownId& shown);
+  /// What was taken could not be shown: it and all others of its occasion that are still there are scheduled again, and
+  /// due from `again` on.
+  Result<> putBack(const UserNotification& notification, Date again);
   /// Those that this service shows although they are no longer among the delivered.
   [[nodiscard]] std::vector<ShownId> withdrawn(const std::string& service);
   Result<> noteClosed(const ShownId& shown);

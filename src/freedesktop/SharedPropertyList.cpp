@@ -1,5 +1,7 @@
 #include "freedesktop/SharedPropertyList.h"
 
+#include <utility>
+
 #include "freedesktop/PosixPaths.h"
 #include "freedesktop/SetAside.h"
 #include "platform/PropertyListFile.h"
@@ -29,6 +31,10 @@ bool SharedPropertyList::isCurrent() const {
 }
 
 const Dictionary& SharedPropertyList::content() {
+  return working_ && working_->lock ? working_->content : fileContent();
+}
+
+const Dictionary& SharedPropertyList::fileContent() {
   if (isCurrent()) return content_;
   // The state is taken before the content: what changes in between is seen as a change at the next use.
   pinned_ = FileDescriptor(::open(path_.c_str(), O_PATH | O_CLOEXEC));
@@ -53,17 +59,52 @@ Result<> SharedPropertyList::remove(std::string_view key) {
   return change([&](Dictionary& entries) { return entries.erase(key); });
 }
 
-Result<> SharedPropertyList::change(const Edit& edit) {
-  // Looked at first without the lock: a change of nothing leaves no trace, not even a lock file.
-  Dictionary changed = content();
-  if (!edit(changed)) return {};
+Result<FileDescriptor> SharedPropertyList::lock() {
   if (auto error = refusal(path_)) return *error;
-  if (Result<> created = files_.createFolder(parentOf(path_)); !created) return created;
-  const Result<FileDescriptor> lock = openLocked(path_ + ".lock");
-  if (!lock) return Error{lock.error()};
-  changed = content();
+  if (Result<> created = files_.createFolder(parentOf(path_)); !created) return Error{created.error()};
+  return openLocked(path_ + ".lock");
+}
+
+Result<> SharedPropertyList::change(const Edit& edit) {
+  if (working_) return changeWorking(edit);
+  // Looked at first without the lock: a change of nothing leaves no trace, not even a lock file.
+  Dictionary changed = fileContent();
+  if (!edit(changed)) return {};
+  const Result<FileDescriptor> locked = lock();
+  if (!locked) return Error{locked.error()};
+  changed = fileContent();
   if (!edit(changed)) return {};
   return save(changed);
+}
+
+/// What an edit does that changes nothing does no harm to what is saved.
+Result<> SharedPropertyList::changeWorking(const Edit& edit) {
+  if (!working_->lock) {
+    Dictionary tried = fileContent();
+    if (!edit(tried)) return {};
+    Result<FileDescriptor> locked = lock();
+    if (!locked) {
+      working_->failure = Error{locked.error()};
+      return *working_->failure;
+    }
+    working_->lock = std::move(*locked);
+    working_->content = fileContent();
+  }
+  (void)edit(working_->content);
+  return {};
+}
+
+Result<> SharedPropertyList::changeTogether(const std::function<void()>& changes) {
+  working_.emplace();
+  try {
+    changes();
+  } catch (...) {
+    working_.reset();
+    throw;
+  }
+  const Working done = *std::exchange(working_, std::nullopt);
+  if (done.failure) return *done.failure;
+  return done.lock ? save(done.content) : Result<>();
 }
 
 Result<> SharedPropertyList::save(const Dictionary& changed) {

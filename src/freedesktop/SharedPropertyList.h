@@ -38,9 +38,22 @@ class SharedPropertyList {
   /// saved.
   using Edit = std::function<bool(Dictionary&)>;
   Result<> change(const Edit& edit);
+  /// Runs `changes`, in which the operations above work on one copy under one lock, and saves it once at the end, if
+  /// anything has changed; the result is that of saving. When it fails, or `changes` throws, the file is as before.
+  Result<> changeTogether(const std::function<void()>& changes);
 
  private:
+  /// What stands in for the file while changes are made together.
+  struct Working {
+    FileDescriptor lock;  ///< taken by the first change; none: nothing has changed yet
+    Dictionary content;
+    std::optional<Error> failure;  ///< of the first change that was not made
+  };
+
   [[nodiscard]] bool isCurrent() const;
+  [[nodiscard]] const Dictionary& fileContent();
+  [[nodiscard]] Result<FileDescriptor> lock();
+  [[nodiscard]] Result<> changeWorking(const Edit& edit);
   [[nodiscard]] Result<> save(const Dictionary& changed);
 
   std::string path_;
@@ -52,6 +65,7 @@ class SharedPropertyList {
   bool known_ = false;     ///< content_ stands for the file as stamp_ and pinned_ say
   bool readable_ = false;  ///< the file is there and holds a dictionary
   struct stat stamp_ {};
+  std::optional<Working> working_;
   FileDescriptor pinned_;  ///< keeps the file's inode number from being given to a later file; none: no file
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,10 @@ class UserNotificationCenter {
   [[nodiscard]] virtual std::vector<UserNotification> scheduled() = 0;
   virtual Result<> removeDelivered(const UserNotification& notification) = 0;
   virtual Result<> removeScheduled(const UserNotification& notification) = 0;
+  /// Runs `changes`, which change the lists through the operations above, and saves all that they did at once; the
+  /// result is that of saving. Until then other programs see the lists as they were, and they stay so when saving fails
+  /// or `changes` throws. Not to be called from within `changes`.
+  virtual Result<> changeTogether(const std::function<void()>& changes) = 0;
 };
 
 }  // namespace tallyvane

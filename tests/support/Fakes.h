@@ -204,8 +204,22 @@ class FakeNotificationCenter : public UserNotificationCenter {
   Result<> removeScheduled(const UserNotification& notification) override {
     return removeFrom(scheduledList, notification);
   }
+  Result<> changeTogether(const std::function<void()>& changes) override {
+    const auto before = std::pair(scheduledList, deliveredList);
+    const auto putBack = [&] { std::tie(scheduledList, deliveredList) = before; };
+    try {
+      changes();
+    } catch (...) {
+      putBack();
+      throw;
+    }
+    if (!failing) return {};
+    putBack();
+    return Error{"no room"};
+  }
   std::vector<UserNotification> scheduledList;
   std::vector<UserNotification> deliveredList;
+  bool failing = false;
 
  private:
   static Result<> removeFrom(std::vector<UserNotification>& list, const UserNotification& notification) {

@@ -26,7 +26,7 @@ class PlistNotificationCenterTest : public ::testing::Test, public Notifications
     const auto notifications = center.takeDue(at);
     ASSERT_TRUE(notifications);
     for (const UserNotification& notification : *notifications) {
-      ASSERT_TRUE(center.noteShown(notification, {"bus", number++}, at));
+      ASSERT_TRUE(center.noteShown(notification, {"bus", number++}));
     }
   }
   const Date noon = std::chrono::sys_days{std::chrono::year{2027} / 3 / 11} + std::chrono::hours{12};

@@ -1,15 +1,13 @@
 #include "agent/Deliveries.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tallyvane::agent {
 
 namespace {
 
-bool sameOccasion(const UserNotification& left, const UserNotification& right) {
-  return left.deliveryDate == right.deliveryDate && left.userInfo == right.userInfo;
-}
+/// How long a service that refuses is left alone.
+constexpr std::chrono::minutes respite{1};
 
 }  // namespace
 
@@ -22,29 +20,38 @@ Deliveries::Deliveries(sdbus::IConnection& connection, Needs needs, Log& log)
                               if (userInfo) needs_.viewed(*userInfo);
                             }}) {}
 
-void Deliveries::deliver(Date now) {
-  const auto due = needs_.center().takeDue(now);
-  if (!due) return note(Error{due.error()});
-  for (const UserNotification& notification : *due) {
-    if (!isOnItsWay(notification)) show(notification);
+Result<> Deliveries::deliver(Date now) {
+  if (needs_.center().isAnyDue(now)) {
+    if (service_.current().empty()) {
+      startService();
+      return {};
+    }
+    const auto due = needs_.center().takeDue(now);
+    if (!due) return Error{due.error()};
+    for (const UserNotification& notification : *due) show(notification);
   }
   closeWithdrawn();
+  return {};
+}
+
+/// When it has started, the schedule is looked at again.
+void Deliveries::startService() {
+  service_.start([this](const Result<>& started) {
+    if (!started) sayWaiting(started.error());
+  });
 }
 
 void Deliveries::show(const UserNotification& notification) {
-  onTheirWay_.push_back(notification);
   service_.show(notification, [this, notification](const Result<ShownId>& answer) { shown(notification, answer); });
 }
 
 void Deliveries::shown(const UserNotification& notification, const Result<ShownId>& shown) {
-  std::erase_if(onTheirWay_, [&](const auto& other) { return sameOccasion(other, notification); });
   if (!shown) {
-    if (!saidWaiting_) log_.diagnostic("Notifications wait until a service shows them: " + shown.error());
-    saidWaiting_ = true;
-    return;
+    sayWaiting(shown.error());
+    return note(needs_.center().putBack(notification, needs_.now() + respite));
   }
   saidWaiting_ = false;
-  note(needs_.center().noteShown(notification, *shown, needs_.now()));
+  note(needs_.center().noteShown(notification, *shown));
   closeWithdrawn();  // it may have been removed while the service was asked
 }
 
@@ -56,9 +63,8 @@ void Deliveries::closeWithdrawn() {
   }
 }
 
-bool Deliveries::isOnItsWay(const UserNotification& notification) const {
-  return std::any_of(onTheirWay_.begin(), onTheirWay_.end(),
-                     [&](const auto& other) { return sameOccasion(other, notification); });
+void Deliveries::sayWaiting(const std::string& why) {
+  if (!std::exchange(saidWaiting_, true)) log_.diagnostic("Notifications wait until a service shows them: " + why);
 }
 
 void Deliveries::note(const Result<>& outcome) {

@@ -3,9 +3,7 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <functional>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "freedesktop/NotificationService.h"
 #include "freedesktop/PlistNotificationCenter.h"
@@ -26,19 +24,20 @@ class Deliveries {
   /// The connection and the log outlive it.
   Deliveries(sdbus::IConnection& connection, Needs needs, Log& log);
 
-  /// Brings the screen in line with the lists, as far as it goes now; the service answers later.
-  void deliver(Date now);
+  /// Brings the screen in line with the lists, as far as it goes now; the service answers later. Fails when the lists
+  /// cannot be written; then nothing is shown, for it would be shown again and again.
+  Result<> deliver(Date now);
 
  private:
+  void startService();
   void show(const UserNotification& notification);
   void shown(const UserNotification& notification, const Result<ShownId>& shown);
   void closeWithdrawn();
-  [[nodiscard]] bool isOnItsWay(const UserNotification& notification) const;
+  void sayWaiting(const std::string& why);
   void note(const Result<>& outcome);
 
   Needs needs_;
   Log& log_;
-  std::vector<UserNotification> onTheirWay_;  ///< asked for, not yet answered
   bool saidWaiting_ = false;
   NotificationService service_;
 };

@@ -2,6 +2,7 @@
 
 #include <malloc.h>
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -16,6 +17,8 @@ namespace {
 
 /// A program that rewrites bills changes the schedule several times; it is looked at once.
 constexpr std::chrono::milliseconds settlingTime{150};
+/// After a failed write, which may work when there is room again.
+constexpr std::chrono::minutes retryTime{1};
 
 }  // namespace
 
@@ -52,28 +55,38 @@ void Reminders::bringUpToDate() {
     const auto lock = programs::ProgramLock::tryTake(desktop_().files(), desktop_().paths().lock);
     if (!lock) log_.diagnostic("Reminders are made without the programs' lock: " + lock.error());
     if (lock && !*lock) return settling_.start(settlingTime);
-    passWhenDue();
-    deliverAndWait();
+    const bool passed = passWhenDue();
+    deliverAndWait(!passed);
   } catch (const std::exception& error) {
     log_.diagnostic(std::string("The reminders could not be brought up to date: ") + error.what());
   }
 }
 
-void Reminders::passWhenDue() {
+bool Reminders::passWhenDue() {
   const Platform& platform = desktop_().platform();
-  if (!reasons_.areNew(platform)) return;
-  reasons_.note(platform);
-  programs::runReminderPass(platform);
+  if (!reasons_.areNew(platform)) return true;
+  const Result<> passed = programs::runReminderPass(platform);
+  if (passed) reasons_.note(platform);
+  if (!passed) log_.diagnostic("The notifications were not scheduled anew: " + passed.error());
   ::malloc_trim(0);  // what the bills took is not needed until the next pass
+  return static_cast<bool>(passed);
+}
+
+bool Reminders::deliver(Date now) {
+  const Result<> delivered = deliveries_.deliver(now);
+  if (!delivered) log_.diagnostic("Notifications wait until their list can be written: " + delivered.error());
+  return static_cast<bool>(delivered);
 }
 
 /// What is due up to a moment is delivered, and waited for is what comes after that same moment.
-void Reminders::deliverAndWait() {
-  Date now;
+void Reminders::deliverAndWait(bool isBehind) {
+  Date next;
   do {
-    now = desktop_().platform().clock.now();
-    deliveries_.deliver(now);
-  } while (!next_.set(desktop_().notifications().nextAfter(now).value_or(distantFuture)));
+    const Date now = desktop_().platform().clock.now();
+    isBehind = !deliver(now) || isBehind;
+    next = desktop_().notifications().nextAfter(now).value_or(distantFuture);
+    if (isBehind) next = std::min(next, now + retryTime);
+  } while (!next_.set(next));
 }
 
 void Reminders::watchSchedule() {

@@ -31,8 +31,10 @@ class Reminders {
   void bringUpToDate();
 
  private:
-  void passWhenDue();
-  void deliverAndWait();
+  /// False when the lists could not be written; everything waits as it was.
+  [[nodiscard]] bool passWhenDue();
+  [[nodiscard]] bool deliver(Date now);
+  void deliverAndWait(bool isBehind);
   void watchSchedule();
 
   Desktop desktop_;

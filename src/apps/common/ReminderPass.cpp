@@ -9,17 +9,28 @@
 
 namespace tallyvane::programs {
 
-/// One bill at a time: payments and notes of all of them would take room that only this needs.
-void runReminderPass(const Platform& platform) {
+void forEachBillToRemindOf(const Platform& platform, const std::function<void(const Dictionary& bill)>& visit) {
   QMBillsLoader loader{platform};
-  QMReminderManager reminders{platform};
   const std::string folder = loader.tallyvaneDirectory().value_or(std::string());
   for (const std::string& bid : loader.getListOfBills(key::ActiveBills).value_or(std::vector<std::string>())) {
-    const auto bill = readPropertyListFile<Dictionary>(platform.files, platform.log, billPathIn(folder, bid));
+    auto bill = readPropertyListFile<Dictionary>(platform.files, platform.log, billPathIn(folder, bid));
     if (!bill || !boolValue(*bill, key::RemindMe)) continue;
-    reminders.removeNotificationCenterRemindersForBid(bill->valueOr(key::Bid, bid));
-    reminders.checkForNotificationsToAddWithBillList({*bill});
+    if (!bill->contains(key::Bid)) bill->set(key::Bid, bid);
+    visit(*bill);
   }
+}
+
+Result<> runReminderPass(const Platform& platform) {
+  QMReminderManager reminders{platform};
+  const auto rebuildAll = [&] {
+    forEachBillToRemindOf(platform, [&](const Dictionary& bill) {
+      reminders.removeNotificationCenterRemindersForBid(bill.valueOr(key::Bid, std::string()));
+      reminders.checkForNotificationsToAddWithBillList({bill});
+    });
+  };
+  if (platform.notifications != nullptr) return platform.notifications->changeTogether(rebuildAll);
+  rebuildAll();
+  return {};
 }
 
 }  // namespace tallyvane::programs
