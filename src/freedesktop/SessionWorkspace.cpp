@@ -41,6 +41,11 @@ Error callFailure(const std::string& name, const sdbus::Error& error, std::chron
 
 }  // namespace
 
+SessionWorkspace::SessionWorkspace(SessionBus& bus, FileStore& files, SessionEnvironment environment, Log& log)
+    : bus_(bus), files_(files), environment_(std::move(environment)), log_(log) {}
+
+SessionWorkspace::~SessionWorkspace() = default;
+
 std::vector<std::string> SessionWorkspace::runningApplications() {
   std::vector<std::string> names;
   const auto connection = bus_.connection();
@@ -59,12 +64,25 @@ std::vector<std::string> SessionWorkspace::runningApplications() {
   return names;
 }
 
-Result<> SessionWorkspace::openUrl(const std::string& url) {
+Result<DesktopEntry> SessionWorkspace::handlerOf(const std::string& url) {
   const std::optional<std::string> scheme = schemeOf(url);
   if (!scheme) return Error{"'" + url + "' is not a URL"};
-  const auto entry = DesktopEntries(files_, environment_).handlerOfScheme(*scheme);
+  auto entry = DesktopEntries(files_, environment_).handlerOfScheme(*scheme);
   if (!entry) return Error{"no installed application opens " + *scheme + " URLs"};
+  return std::move(*entry);
+}
+
+Result<> SessionWorkspace::openUrl(const std::string& url) {
+  const auto entry = handlerOf(url);
+  if (!entry) return Error{entry.error()};
   return entry->dbusActivatable ? activate(*entry, url) : run(*entry, url);
+}
+
+void SessionWorkspace::startOpeningUrl(const std::string& url, Opened opened) {
+  const auto entry = handlerOf(url);
+  if (!entry) return opened(Error{entry.error()});
+  if (!entry->dbusActivatable) return opened(run(*entry, url));
+  if (const Result<> started = startActivating(*entry, url, opened); !started) opened(started);
 }
 
 /// The call itself starts an application that is not running: the bus knows how, and holds the call until it is up.
@@ -79,6 +97,30 @@ Result<> SessionWorkspace::activate(const DesktopEntry& entry, const std::string
         .withArguments(std::vector<std::string>{url}, std::map<std::string, sdbus::Variant>{});
     return {};
   } catch (const sdbus::Error& error) {
+    return callFailure(address.name, error, bus_.replyLimit());
+  }
+}
+
+/// An error when the question could not even be asked; then `opened` is not told.
+Result<> SessionWorkspace::startActivating(const DesktopEntry& entry, const std::string& url, const Opened& opened) {
+  asked_.remove_if([](const Asked& asked) { return asked.answered; });
+  const auto connection = bus_.connection();
+  if (!connection) return Error{connection.error()};
+  const ApplicationAddress address = applicationAddress(entry.id);
+  try {
+    Asked& asked = asked_.emplace_back();
+    asked.application = sdbus::createProxy(**connection, address.name, address.objectPath);
+    asked.application->callMethodAsync("Open")
+        .onInterface("org.freedesktop.Application")
+        .withTimeout(bus_.replyLimit())
+        .withArguments(std::vector<std::string>{url}, std::map<std::string, sdbus::Variant>{})
+        .uponReplyInvoke([this, &asked, name = address.name, opened](const sdbus::Error* error) {
+          asked.answered = true;
+          opened(error == nullptr ? Result<>() : Result<>(callFailure(name, *error, bus_.replyLimit())));
+        });
+    return {};
+  } catch (const sdbus::Error& error) {
+    asked_.pop_back();
     return callFailure(address.name, error, bus_.replyLimit());
   }
 }

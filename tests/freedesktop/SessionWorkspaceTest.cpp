@@ -40,6 +40,29 @@ TEST_F(SessionWorkspaceTest, AnApplicationThatNeverRepliesIsAnErrorAfterTheLimit
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds{10});
 }
 
+TEST_F(SessionWorkspaceTest, NobodyWaitsForAnApplicationThatIsAskedToOpenLater) {
+  install("com.example.Dead.desktop", "bill", "DBusActivatable=true\n");
+  install("com.example.Bill-View.desktop", "view", "DBusActivatable=true\n");
+  const auto dead = session.connect();
+  dead->requestName("com.example.Dead");
+  const auto alive = session.connect();
+  alive->requestName("com.example.Bill-View");
+  const auto application = sdbus::createObject(*alive, "/com/example/Bill_View");
+  application->registerMethod("Open")
+      .onInterface("org.freedesktop.Application")
+      .implementedAs([](const std::vector<std::string>&, const std::map<std::string, sdbus::Variant>&) {});
+  application->finishRegistration();
+  std::vector<std::string> told;
+  const auto tell = [&](const std::string& url) {
+    return [&, url](const Result<>& opened) { told.push_back(url + " " + opened.error()); };
+  };
+  for (const char* url : {"bill:x", "view:y", "none:z"}) workspace.startOpeningUrl(url, tell(url));
+  EXPECT_THAT(told, ElementsAre("none:z no installed application opens none URLs"));
+  ASSERT_TRUE(waitUntil({*bus.connection(), alive.get()}, [&] { return told.size() == 3; }));
+  EXPECT_EQ(told[1], "view:y ");
+  EXPECT_EQ(told[2], "bill:x com.example.Dead did not answer within 2 s");
+}
+
 TEST_F(SessionWorkspaceTest, AProgramIsStartedWithTheUrlAndNoShellReadsIt) {
   const NamedPipe pipe(session.folder.path + "/pipe");
   const std::string program = session.folder.path + "/view bill";

@@ -43,7 +43,9 @@ Agent::Agent(SessionBus& bus, sdbus::IConnection& connection, Surroundings surro
       files_(surroundings_.folders.dataHome),
       resources_(resourceFolders(surroundings_.executable, surroundings_.folders), files_),
       workspace_(bus, files_, surroundings_.session, log),
-      choices_(surroundings_.session, parentOf(surroundings_.executable) + "/tallyvane", log),
+      choices_(
+          surroundings_.session, parentOf(surroundings_.executable) + "/tallyvane",
+          [this](const std::string& url, auto tell) { workspace_.startOpeningUrl(url, std::move(tell)); }, log),
       // Choices are carried out after the bus's message has been answered, so that no panel waits for them.
       statusBar_(
           bus, queue_, files_, resources_, pictureFolder(surroundings_.session), log,

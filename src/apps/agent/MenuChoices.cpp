@@ -18,32 +18,40 @@ namespace {
 constexpr const char* untilKeyPressed =
     R"("$@"; printf '\n%s' "$0"; stty -icanon -echo min 1 time 0; dd bs=1 count=1 >/dev/null 2>&1)";
 
+/// Empty when the bill has none.
+std::string paySiteOf(const Platform& platform, const std::string& bid) {
+  const std::optional<Dictionary> bill = QMBillsLoader{platform}.loadBillWithID(bid);
+  const std::string site = bill ? bill->valueOr(key::PaySite, std::string()) : std::string();
+  // A host with a port has a colon too, but no scheme.
+  const bool isWhole = site.empty() || site.find("://") != std::string::npos || site.starts_with("mailto:");
+  return isWhole ? site : "http://" + site;
+}
+
 }  // namespace
 
 void MenuChoices::carryOut(const Platform& platform, const MenuEntry& entry) const {
   if (entry.kind == MenuEntry::Kind::bill) {
-    if (!openPaySite(platform, entry.representedObject)) showBill(platform, entry.representedObject);
+    const std::string url = paySiteOf(platform, entry.representedObject);
+    if (url.empty()) return showBill(platform.region, entry.representedObject);
+    openPaySite(platform.region, url, entry.representedObject);
   } else if (entry.action == "showTallyvane") {
     showOverview(platform.region);
   }
 }
 
-bool MenuChoices::openPaySite(const Platform& platform, const std::string& bid) const {
-  const std::optional<Dictionary> bill = QMBillsLoader{platform}.loadBillWithID(bid);
-  const std::string site = bill ? bill->valueOr(key::PaySite, std::string()) : std::string();
-  if (site.empty()) return false;
-  // A host with a port has a colon too, but no scheme.
-  const bool hasScheme = site.find("://") != std::string::npos || site.starts_with("mailto:");
-  const std::string url = hasScheme ? site : "http://" + site;
-  const Result<> opened = platform.workspace.openUrl(url);
-  if (!opened) log_.diagnostic("Cannot open " + url + ": " + opened.error());
-  return static_cast<bool>(opened);
+/// The region is kept along: another may be the user's when the answer comes.
+void MenuChoices::openPaySite(const Region& region, const std::string& url, const std::string& bid) const {
+  open_(url, [this, region, url, bid](const Result<>& opened) {
+    if (opened) return;
+    log_.diagnostic("Cannot open " + url + ": " + opened.error());
+    showBill(region, bid);
+  });
 }
 
 void MenuChoices::showOverview(const Region& region) const { showInTerminal(region, {"overview"}); }
 
-void MenuChoices::showBill(const Platform& platform, const std::string& bid) const {
-  showInTerminal(platform.region, {"show", bid});
+void MenuChoices::showBill(const Region& region, const std::string& bid) const {
+  showInTerminal(region, {"show", bid});
 }
 
 void MenuChoices::showInTerminal(const Region& region, std::vector<std::string> arguments) const {
