@@ -13,10 +13,10 @@ namespace tallyvane::cli {
 namespace {
 
 void addCommands(CLI::App& app, Invocation& invocation) {
-  for (const auto add :
-       {addOverview, addShow,  addAdd,      addEdit,     addArchive, addRestore, addDelete, addDeleteAll,
-        addPay,      addUndo,  addPayments, addAutopay,  addStats,   addGraph,   addPaid,   addIncome,
-        addTags,     addIcons, addRepeat,   addSettings, addImport,  addMenu,    addWidget, addMail}) {
+  for (const auto add : {addOverview,  addShow,   addAdd,  addEdit,     addArchive,       addRestore,  addDelete,
+                         addDeleteAll, addPay,    addUndo, addPayments, addAutopay,       addStats,    addGraph,
+                         addPaid,      addIncome, addTags, addIcons,    addRepeat,        addSettings, addImport,
+                         addMenu,      addWidget, addMail, addRemind,   addNotifications, addCalendar}) {
     add(app, invocation);
   }
 }

@@ -41,6 +41,9 @@ void addImport(CLI::App& app, Invocation& invocation);
 void addMenu(CLI::App& app, Invocation& invocation);
 void addWidget(CLI::App& app, Invocation& invocation);
 void addMail(CLI::App& app, Invocation& invocation);
+void addRemind(CLI::App& app, Invocation& invocation);
+void addNotifications(CLI::App& app, Invocation& invocation);
+void addCalendar(CLI::App& app, Invocation& invocation);
 
 /// What a program without a command does: the overview of the active bills.
 void runDefaultOverview(Session& session);
