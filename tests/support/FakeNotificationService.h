@@ -42,6 +42,12 @@ class FakeNotificationService {
   }
 
   bool until(const std::function<bool()>& condition) { return waitUntil({connection_.get()}, condition); }
+  /// For a loop that waits for other things too.
+  [[nodiscard]] int descriptor() { return connection_->getEventLoopPollData().fd; }
+  void handleMessages() {
+    while (connection_->processPendingRequest()) {
+    }
+  }
   bool hasShown(std::size_t count) {
     return until([&] { return shown.size() >= count; });
   }

@@ -125,8 +125,8 @@ void Agent::followRegion() {
   Region region = surroundings_.region();
   if (hosted_.desktop && sameRegion(region, platform().region)) return;
   Hosted next;
-  next.desktop = std::make_unique<programs::DesktopPlatform>(surroundings_.folders, std::move(region), log_, workspace_,
-                                                             statusBar_, *this);
+  next.desktop = std::make_unique<programs::DesktopPlatform>(surroundings_.folders, std::move(region), clock_, log_,
+                                                             workspace_, statusBar_, *this);
   next.menulet = std::make_unique<QMHelperMenulet>(next.desktop->platform());
   if (hosted_.menulet) {
     next.menulet->theMenu = hosted_.menulet->theMenu;

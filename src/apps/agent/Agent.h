@@ -16,6 +16,7 @@
 #include "common/DesktopPlatform.h"
 #include "freedesktop/SessionWorkspace.h"
 #include "freedesktop/StatusNotifierBar.h"
+#include "freedesktop/SystemClock.h"
 #include "helper/QMHelperMenulet.h"
 #include "platform/Application.h"
 
@@ -62,6 +63,7 @@ class Agent : public Application {
 
   const Surroundings surroundings_;
   Log& log_;
+  SystemClock clock_;
   Signals signals_;
   FileWatch fileWatch_;
   DelayTimer settling_;

@@ -3,6 +3,7 @@
 #include "common/DesktopPlatform.h"
 #include "common/ProgramLock.h"
 #include "freedesktop/SoundTheme.h"
+#include "freedesktop/SystemClock.h"
 #include "freedesktop/SystemLog.h"
 #include "freedesktop/SystemRegion.h"
 
@@ -29,11 +30,12 @@ ExitStatus runOnDesktop(const Invocation& invocation, Console& console) {
   SystemLog systemLog("tallyvane", invocation.verbose);
   NoticeLog noticeLog(systemLog, console);
   Log& log = invocation.verbose ? static_cast<Log&>(systemLog) : noticeLog;
+  SystemClock clock;
   NoWorkspace workspace;
   NoStatusBar statusBar;
   NoApplication application;
-  programs::DesktopPlatform desktop(XdgFolders::of(processEnvironment()), systemRegion(log), log, workspace, statusBar,
-                                    application);
+  programs::DesktopPlatform desktop(XdgFolders::of(processEnvironment()), systemRegion(log), clock, log, workspace,
+                                    statusBar, application);
   Session session(
       desktop.platform(), console,
       {desktop.files(), [&] { return takeLock(desktop, console); }, [&] { desktop.mainQueue().waitForWork(); },

@@ -9,7 +9,7 @@
 
 namespace tallyvane::programs {
 
-DesktopPlatform::DesktopPlatform(const XdgFolders& folders, Region region, Log& log, Workspace& workspace,
+DesktopPlatform::DesktopPlatform(const XdgFolders& folders, Region region, Clock& clock, Log& log, Workspace& workspace,
                                  StatusBar& statusBar, Application& application)
     : paths_(ProgramPaths::in(folders)),
       region_(std::move(region)),
@@ -19,12 +19,12 @@ DesktopPlatform::DesktopPlatform(const XdgFolders& folders, Region region, Log& 
       defaults_(paths_.settings, files_, log, Durability::synced),
       groupDefaults_(paths_.groupSettings, files_, log, Durability::cached),
       cloud_(paths_.cloudMirror, files_, log),
-      calendars_([this] { return calendarFolder(); }, files_, clock_, region_, log),
+      calendars_([this] { return calendarFolder(); }, files_, clock, region_, log),
       notifications_(paths_.notifications, files_, random_, log),
       mail_(builtMailService(), folders, files_, log),
       http_(httpModuleOf(ownExecutable()), mail_),
       mimeTypes_(folders, files_),
-      platform_{clock_,          region_,    random_,    guardedFiles_,   resources_, bookmarks_,  defaults_,
+      platform_{clock,           region_,    random_,    guardedFiles_,   resources_, bookmarks_,  defaults_,
                 &groupDefaults_, cloud_,     calendars_, &notifications_, workspace,  application, statusBar,
                 http_,           workQueue_, mainQueue_, mimeTypes_,      mail_,      log} {
   defaults_.registerDefaults(firstValues(region_));

@@ -14,7 +14,6 @@
 #include "freedesktop/PosixFileStore.h"
 #include "freedesktop/QueuedMainQueue.h"
 #include "freedesktop/SharedMimeTypes.h"
-#include "freedesktop/SystemClock.h"
 #include "freedesktop/SystemRandom.h"
 #include "freedesktop/ThreadWorkQueue.h"
 #include "platform/Platform.h"
@@ -28,8 +27,8 @@ namespace tallyvane::programs {
 /// back a whole file of settings would undo what another program set meanwhile.
 class DesktopPlatform {
  public:
-  DesktopPlatform(const XdgFolders& folders, Region region, Log& log, Workspace& workspace, StatusBar& statusBar,
-                  Application& application);
+  DesktopPlatform(const XdgFolders& folders, Region region, Clock& clock, Log& log, Workspace& workspace,
+                  StatusBar& statusBar, Application& application);
   ~DesktopPlatform() { endRequests(); }
   DesktopPlatform(const DesktopPlatform&) = delete;
   DesktopPlatform& operator=(const DesktopPlatform&) = delete;
@@ -48,7 +47,6 @@ class DesktopPlatform {
 
   const ProgramPaths paths_;
   const Region region_;
-  SystemClock clock_;
   SystemRandom random_;
   PosixFileStore files_;
   GuardedFileStore guardedFiles_;

@@ -31,5 +31,23 @@ TEST_F(AgentMail, AMessageOnItsWayAtTheEndIsPutBack) {
   EXPECT_THAT(pending(), ElementsAre("Rent"));
 }
 
+TEST_F(AgentMail, ProgramsThatQueueAtOnceLoseNothingOfEachOther) {
+  std::vector<std::string> bids;
+  for (int i = 0; i < 20; ++i) {
+    Dictionary reminding = bill("M" + std::to_string(i), "Bill " + std::to_string(i), 3);
+    reminding.set("RemindMe", true);
+    session.putPlist(session.dataFolder() + "/" + *reminding.get<std::string>("Bid") + ".plist", reminding);
+    bids.push_back(*reminding.get<std::string>("Bid"));
+  }
+  list(bids);
+  setUpService(server.closing);
+  // Each queues all of them, offers them, and puts back one after the other what was not taken.
+  std::vector<std::unique_ptr<ChildProcess>> others;
+  for (int i = 0; i < 3; ++i) others.push_back(session.start({programs + "tallyvane", "mail", "check"}));
+  for (const auto& other : others) EXPECT_TRUE(other->ended(std::chrono::seconds{60})) << other->said();
+  EXPECT_THAT(pending(), SizeIs(20));
+  EXPECT_THAT(queue(), SizeIs(21));
+}
+
 }  // namespace
 }  // namespace tallyvane::testing

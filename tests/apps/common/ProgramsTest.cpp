@@ -59,6 +59,7 @@ class DesktopPlatformTest : public ::testing::Test {
  protected:
   TemporaryFolder home;
   Region region{"en_US", "America/New_York", {}};
+  FakeClock clock;
   RecordingLog log;
   FakeWorkspace workspace;
   FakeStatusBar statusBar;
@@ -67,6 +68,7 @@ class DesktopPlatformTest : public ::testing::Test {
                            .stateHome = home.path + "/state",
                            .dataDirs = {}},
                           region,
+                          clock,
                           log,
                           workspace,
                           statusBar,
