@@ -59,13 +59,14 @@ void requireTaken(const Outcomes& outcomes) {
 
 /// Runs what sends messages, waits until each has its outcome, and shows them.
 void send(Session& session, const std::function<void(QMEmailManager&)>& operation) {
-  Outcomes outcomes;
+  // Held by the messages too: when this ends early, by a full disk say, those on their way still call back.
+  const auto outcomes = std::make_shared<Outcomes>();
   QMEmailManager manager{session.platform};
-  manager.observer = [&outcomes](const MailOutcome& outcome) { outcomes.push_back(outcome); };
+  manager.observer = [outcomes](const MailOutcome& outcome) { outcomes->push_back(outcome); };
   session.write([&] { operation(manager); });
   session.awaitCallbacks([&] { return manager.messagesOnTheirWay() == 0; });
-  printOutcomes(session, outcomes);
-  requireTaken(outcomes);
+  printOutcomes(session, *outcomes);
+  requireTaken(*outcomes);
 }
 
 void requireNothingMissing(const std::optional<std::string>& hindrance) {
