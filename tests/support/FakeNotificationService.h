@@ -26,6 +26,7 @@ class FakeNotificationService {
         [this](const std::string& /*program*/, std::uint32_t /*replaces*/, const std::string& /*icon*/,
                const std::string& title, const std::string& text, const std::vector<std::string>& actions,
                const std::map<std::string, sdbus::Variant>& hints, std::int32_t expires) {
+          if (asked) asked();
           if (refusing) {
             ++refused;
             throw sdbus::Error("org.example.Refused", "nothing can be shown");
@@ -65,6 +66,7 @@ class FakeNotificationService {
 
   std::vector<Shown> shown;
   std::vector<std::uint32_t> closed;
+  std::function<void()> asked;  ///< called before a notification is shown
   bool refusing = false;
   int refused = 0;
 

@@ -34,6 +34,22 @@ TEST_F(AgentRemindersTest, WhatCameDueWhileTheAgentWasAwayIsShownOnceHoweverOfte
   EXPECT_THAT(service.closed, SizeIs(0));
 }
 
+TEST_F(AgentRemindersTest, AnAgentThatIsKilledBeforeTheServiceAnswersHasShownIt) {
+  FakeNotificationService service(session);
+  service.asked = [&] { agent->signal(SIGKILL); };
+  remind("A", "Rent", 1, 3);
+  startAgent();
+  ASSERT_TRUE(service.hasShown(1));
+  EXPECT_EQ(agent->ended(), 1000 + SIGKILL);
+  service.asked = nullptr;
+  panel.reset();
+  remind("B", "Water", 2, 5);
+  startAgent();
+  ASSERT_TRUE(service.hasShown(2));
+  EXPECT_THAT(service.titles(), ElementsAre("Pay Rent", "Pay Water"));
+  EXPECT_THAT(center.delivered(), SizeIs(2));
+}
+
 TEST_F(AgentRemindersTest, DeliversAtItsTimeAndClosesWhatIsRemoved) {
   FakeNotificationService service(session);
   startAgent();
