@@ -30,6 +30,8 @@ class PosixFileStore : public FileStore {
   [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override;
   Result<> copy(const std::string& from, const std::string& to) override;
   Result<> move(const std::string& from, const std::string& to) override;
+  [[nodiscard]] Result<std::uint64_t> copySize(const std::string& path) override;
+  [[nodiscard]] Result<std::uint64_t> freeSpace(const std::string& folder) override;
   Result<> remove(const std::string& path) override;
 
   [[nodiscard]] std::string applicationSupportFolder() override { return applicationSupportFolder_; }

@@ -1,5 +1,6 @@
 // Copying, moving and removing files and folders with all that is in them.
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -69,6 +70,72 @@ Result<> copyTree(const fs::path& from, const fs::path& to) {
   return outcome(from, error);
 }
 
+/// Blocks of the disk are what is taken, by a folder and a link as by a file.
+std::uint64_t wholeBlocks(std::uint64_t bytes) {
+  constexpr std::uint64_t block = 4096;
+  return (bytes / block + 1) * block;
+}
+
+Result<std::uint64_t> treeSize(const fs::path& path);
+
+Result<std::uint64_t> folderSize(const fs::path& folder) {
+  std::uint64_t size = wholeBlocks(0);
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    if (isTemporaryName(entry->path().filename().string())) continue;
+    const Result<std::uint64_t> inside = treeSize(entry->path());
+    if (!inside) return inside;
+    size += *inside;
+  }
+  if (error) return systemError(folder.string(), error.value());
+  return size;
+}
+
+Result<std::uint64_t> treeSize(const fs::path& path) {
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) != 0) return systemError(path.string());
+  if (S_ISDIR(status.st_mode)) return folderSize(path);
+  if (S_ISLNK(status.st_mode)) return wholeBlocks(0);
+  if (!S_ISREG(status.st_mode)) return Error{path.string() + ": neither a file nor a folder"};
+  if (::access(path.c_str(), R_OK) != 0) return systemError(path.string());
+  return wholeBlocks(static_cast<std::uint64_t>(status.st_size));
+}
+
+Result<> sameFile(const fs::path& left, const fs::path& right) {
+  const FileDescriptor one(::open(left.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+  const FileDescriptor other(::open(right.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+  if (!one || !other) return systemError(one ? right.string() : left.string());
+  // What the disk has is compared, not what memory still holds of it.
+  (void)::posix_fadvise(other.number(), 0, 0, POSIX_FADV_DONTNEED);
+  std::string block(std::size_t{1} << 16, '\0');
+  std::string counterpart(block);
+  for (off_t at = 0;;) {
+    const ssize_t count = uninterrupted([&] { return ::pread(one.number(), block.data(), block.size(), at); });
+    const ssize_t copied = uninterrupted([&] { return ::pread(other.number(), counterpart.data(), block.size(), at); });
+    if (count < 0 || copied < 0) return systemError(count < 0 ? left.string() : right.string());
+    const auto length = static_cast<std::size_t>(count);
+    if (count != copied || block.compare(0, length, counterpart, 0, length) != 0)
+      return Error{left.string() + ": its copy is not the same"};
+    if (count == 0) return {};
+    at += count;
+  }
+}
+
+/// Everything in one tree is in the other, too, with the same content.
+Result<> sameTree(const fs::path& left, const fs::path& right) {
+  std::error_code error;
+  const fs::file_type type = fs::symlink_status(left, error).type();
+  if (error || fs::symlink_status(right, error).type() != type) return Error{left.string() + ": has no copy"};
+  if (type == fs::file_type::regular) return sameFile(left, right);
+  if (type != fs::file_type::directory) return {};
+  for (fs::directory_iterator entry(left, error), end; !error && entry != end; entry.increment(error)) {
+    const fs::path name = entry->path().filename();
+    if (isTemporaryName(name.string())) continue;
+    if (Result<> same = sameTree(entry->path(), right / name); !same) return same;
+  }
+  return outcome(left, error);
+}
+
 /// Renames to a name at which nothing may be. Gives 0 or the reason.
 int renamedToFreeName(const std::string& from, const std::string& to) {
   if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
@@ -102,9 +169,7 @@ Result<> syncFolderAt(const std::string& path) {
   return folder ? syncFolder(folder.number(), path) : systemError(path);
 }
 
-}  // namespace
-
-Result<> PosixFileStore::copy(const std::string& from, const std::string& to) {
+Result<> copyTo(const std::string& from, const std::string& to, bool compares) {
   for (const std::string& path : {from, to}) {
     if (auto error = refusal(path)) return *error;
   }
@@ -120,9 +185,14 @@ Result<> PosixFileStore::copy(const std::string& from, const std::string& to) {
   const CopyTemporary temporary(parentOf(target) + "/" + std::string(copyTemporaryName));
   if (Result<> copied = copyTree(source, temporary.path); !copied) return copied;
   if (Result<> synced = turn->syncContents(); !synced) return synced;
+  if (Result<> same = compares ? sameTree(source, temporary.path) : Result<>(); !same) return same;
   if (const int code = renamedToFreeName(temporary.path, target)) return systemError(target, code);
   return turn->syncFolder();
 }
+
+}  // namespace
+
+Result<> PosixFileStore::copy(const std::string& from, const std::string& to) { return copyTo(from, to, false); }
 
 Result<> PosixFileStore::move(const std::string& from, const std::string& to) {
   for (const std::string& path : {from, to}) {
@@ -132,7 +202,7 @@ Result<> PosixFileStore::move(const std::string& from, const std::string& to) {
   const std::string target = withoutTrailingSlashes(to);
   const int code = renamedToFreeName(source, target);
   if (code == EXDEV) {
-    Result<> copied = copy(source, target);
+    Result<> copied = copyTo(source, target, true);
     return copied ? remove(source) : copied;
   }
   struct stat there {};
@@ -141,12 +211,38 @@ Result<> PosixFileStore::move(const std::string& from, const std::string& to) {
   return synced ? syncFolderAt(parentOf(source)) : synced;
 }
 
+/// A folder is renamed first, so that it is never seen, or left by a killed program, with a part of what is in it.
 Result<> PosixFileStore::remove(const std::string& path) {
   if (auto error = refusal(path)) return *error;
+  const std::string target = withoutTrailingSlashes(path);
   std::error_code error;
-  const bool nothing = fs::remove_all(withoutTrailingSlashes(path), error) == 0;
+  if (fs::symlink_status(target, error).type() == fs::file_type::directory) {
+    const Result<FolderTurn> turn = FolderTurn::take(parentOf(target));
+    const std::string doomed = parentOf(target) + "/" + std::string(copyTemporaryName);
+    if (turn) fs::remove_all(doomed, error);
+    if (turn && ::rename(target.c_str(), doomed.c_str()) == 0) {
+      fs::remove_all(doomed, error);
+      return outcome(path, error);
+    }
+  }
+  const bool nothing = fs::remove_all(target, error) == 0;
   if (!error && nothing) return systemError(path, ENOENT);
   return outcome(path, error);
+}
+
+Result<std::uint64_t> PosixFileStore::copySize(const std::string& path) {
+  if (auto error = refusal(path)) return *error;
+  std::error_code error;
+  const fs::path source = fs::canonical(path, error);
+  if (error) return systemError(path, error.value());
+  return treeSize(source);
+}
+
+Result<std::uint64_t> PosixFileStore::freeSpace(const std::string& folder) {
+  if (auto error = refusal(folder)) return *error;
+  struct statvfs status {};
+  if (::statvfs(folder.c_str(), &status) != 0) return systemError(folder);
+  return static_cast<std::uint64_t>(status.f_bavail) * status.f_frsize;
 }
 
 }  // namespace tallyvane

@@ -47,9 +47,13 @@ class FileStore {
   [[nodiscard]] virtual Result<std::vector<std::string>> list(const std::string& folder) = 0;
   /// A file, or a folder with all that is in it, to a path at which nothing is. A failed copy leaves nothing behind.
   virtual Result<> copy(const std::string& from, const std::string& to) = 0;
-  /// Likewise; across file systems it copies, then removes.
+  /// Likewise; across file systems it copies, compares, then removes.
   virtual Result<> move(const std::string& from, const std::string& to) = 0;
-  /// A file, or a folder with all that is in it. Nothing there is an error.
+  /// The room that such a copy takes, in bytes; an error also where something in it cannot be copied.
+  [[nodiscard]] virtual Result<std::uint64_t> copySize(const std::string& path) = 0;
+  /// The room, in bytes, that the user may still fill where this folder is.
+  [[nodiscard]] virtual Result<std::uint64_t> freeSpace(const std::string& folder) = 0;
+  /// A file, or a folder with all that is in it. Nothing there is an error. A folder goes from its name in one step.
   virtual Result<> remove(const std::string& path) = 0;
 
   /// Absolute path of the user's folder for application data, without a slash at its end.

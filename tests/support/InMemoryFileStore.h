@@ -95,6 +95,16 @@ class InMemoryFileStore : public FileStore {
     Result<> copied = copy(from, to);
     return copied ? remove(from) : copied;
   }
+  [[nodiscard]] Result<std::uint64_t> copySize(const std::string& path) override {
+    if (!exists(path)) return Error{path + ": No such file or directory"};
+    std::uint64_t size = 0;
+    for (const auto& [file, bytes] : content) size += isAtOrBelow(file, path) ? bytes.size() : 0;
+    return size;
+  }
+  [[nodiscard]] Result<std::uint64_t> freeSpace(const std::string& folder) override {
+    if (!isFolder(folder)) return Error{folder + ": No such file or directory"};
+    return space;
+  }
   Result<> remove(const std::string& path) override {
     if (!exists(path)) return Error{path + ": No such file or directory"};
     std::erase_if(content, [&](const auto& entry) { return isAtOrBelow(entry.first, path); });
@@ -119,6 +129,7 @@ class InMemoryFileStore : public FileStore {
   std::set<std::string> folders{"/"};
   std::vector<std::string> saved;  ///< paths in the order of their saves
   int reads = 0;
+  std::uint64_t space = 1'000'000'000;  ///< that is free, everywhere
 
   /// Temporary files that nobody has removed yet.
   [[nodiscard]] int temporariesLeft() const {
@@ -178,6 +189,8 @@ class FailingFileStore : public FileStore {
     if (fails()) return Error{to + ": No space left on device"};
     return inner_.move(from, to);
   }
+  [[nodiscard]] Result<std::uint64_t> copySize(const std::string& path) override { return inner_.copySize(path); }
+  [[nodiscard]] Result<std::uint64_t> freeSpace(const std::string& folder) override { return inner_.freeSpace(folder); }
   Result<> remove(const std::string& path) override {
     if (fails()) return Error{path + ": Input/output error"};
     return inner_.remove(path);

@@ -76,12 +76,15 @@ Result<> GuardedFileStore::saveGuarded(const std::string& path, std::string_view
 
 Result<> GuardedFileStore::copy(const std::string& from, const std::string& to) {
   if (hasFailed()) return refused(to);
-  return changed(inner_.copy(from, to), removing(to));
+  const bool isFolder = inner_.isFolder(from);
+  return changed(inner_.copy(from, to), isFolder ? Undo() : removing(to));
 }
 
 Result<> GuardedFileStore::move(const std::string& from, const std::string& to) {
   if (hasFailed()) return refused(from);
-  return changed(inner_.move(from, to), [this, from, to] { return inner_.move(to, from); });
+  const bool isFolder = inner_.isFolder(from);
+  return changed(
+      inner_.move(from, to), isFolder ? Undo() : [this, from, to] { return inner_.move(to, from); });
 }
 
 Result<> GuardedFileStore::remove(const std::string& path) {

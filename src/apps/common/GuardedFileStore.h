@@ -16,8 +16,9 @@ namespace tallyvane::programs {
 ///   said so, before the save; when that copy fails, so does the save.
 /// - Between `begin` and `finish` lies one operation, done whole or not at all: after its first failed save every later
 ///   change is refused, and `finish` puts back what the operation had changed, the last change first. On a full disk
-///   that order always has room, since each step gives back what its change took. Not put back are folders made and
-///   folders removed. A copy, move or removal that fails is the model's affair and ends nothing.
+///   that order always has room, since each step gives back what its change took. Folders that were made, copied, moved
+///   or removed stay so: who replaces one keeps the old one until the new one is whole. A copy, move or removal that
+///   fails is the model's affair and ends nothing.
 class GuardedFileStore : public FileStore {
  public:
   GuardedFileStore(FileStore& inner, Log& log) : inner_(inner), log_(log) {}
@@ -50,6 +51,8 @@ class GuardedFileStore : public FileStore {
   }
   Result<> copy(const std::string& from, const std::string& to) override;
   Result<> move(const std::string& from, const std::string& to) override;
+  [[nodiscard]] Result<std::uint64_t> copySize(const std::string& path) override { return inner_.copySize(path); }
+  [[nodiscard]] Result<std::uint64_t> freeSpace(const std::string& folder) override { return inner_.freeSpace(folder); }
   Result<> remove(const std::string& path) override;
   [[nodiscard]] std::string applicationSupportFolder() override { return inner_.applicationSupportFolder(); }
 
