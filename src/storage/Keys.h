@@ -92,6 +92,7 @@ inline constexpr std::string_view CustomLocationEnabled = "QMCustomLocationEnabl
 inline constexpr std::string_view CustomLocationBookmark = "QMCustomLocationBookmark";
 inline constexpr std::string_view CustomLocationTempPath = "QMCusomLocationTempPath";
 inline constexpr std::string_view DropboxSyncEnabled = "QMDropboxSyncEnabled";
+inline constexpr std::string_view PlaceChange = "QMPlaceChange";
 inline constexpr std::string_view iCloudSyncEnabled = "iCloudSyncEnabled";
 inline constexpr std::string_view LastBackup = "QMLastBackup";
 inline constexpr std::string_view LastBackupUID = "QMLastBackupUID";

@@ -1,7 +1,6 @@
-#include <algorithm>
-
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
+#include "storage/NewestBackup.h"
 #include "storage/QMBillsLoader.h"
 #include "storage/QMUIDMaker.h"
 
@@ -13,20 +12,6 @@ std::optional<Date> dateSetting(UserDefaults& defaults, std::string_view key) {
   const std::optional<Value> stored = defaults.object(key);
   const Date* date = stored ? stored->get<Date>() : nullptr;
   return date == nullptr ? std::nullopt : std::optional(*date);
-}
-
-/// The backup folder holds the data folder, too: only what is named by an identifier is a backup, and may be removed.
-bool isIdentifier(std::string_view name) {
-  constexpr std::size_t length = 32;
-  return name.size() == length && name.find_first_not_of("0123456789ABCDEF") == std::string_view::npos;
-}
-
-/// Path of the newest backup; nothing where none is recorded.
-std::optional<std::string> newestBackup(const Platform& platform, const std::string& backupFolder) {
-  const std::optional<Value> stored = platform.defaults.object(key::LastBackupUID);
-  const auto* name = stored ? stored->get<std::string>() : nullptr;
-  if (name == nullptr || !isIdentifier(*name)) return std::nullopt;
-  return backupFolder + "/" + *name;
 }
 
 std::string errorText(const Result<>& outcome) { return outcome ? "(null)" : outcome.error(); }
@@ -46,15 +31,16 @@ void QMBillsLoader::backupDatabase() {
   if (!copied) platform_.log.diagnostic("No backup was made: " + copied.error());
   platform_.log.line("Database backed up.");
 
-  const std::optional<std::string> previous = newestBackup(platform_, backupFolder);
+  const std::optional<std::string> previous = newestBackup(platform_);
   (void)platform_.defaults.set(key::LastBackup, now);
-  (void)platform_.defaults.set(key::LastBackupUID, id);
-  if (previous) (void)platform_.files.remove(*previous);
+  // While the settings still name the previous one, it stays.
+  const Result<> recorded = platform_.defaults.set(key::LastBackupUID, id);
+  if (recorded && previous) (void)platform_.files.remove(*previous);
 }
 
 bool QMBillsLoader::restoreDatabase() {
   platform_.log.line("Starting Restore...");
-  const std::optional<std::string> source = newestBackup(platform_, tallyvaneBackupPath());
+  const std::optional<std::string> source = newestBackup(platform_);
   if (!source || !platform_.files.exists(*source + "/" + std::string(billIndexName))) return false;
 
   platform_.log.line("Trying to Restore");

@@ -1,9 +1,14 @@
 #include "storage/QMUIDMaker.h"
 
 #include <cstdint>
-#include <string_view>
 
 namespace tallyvane {
+
+namespace {
+
+constexpr std::string_view digits = "0123456789ABCDEF";
+
+}  // namespace
 
 std::string QMUIDMaker::makeUID() {
   constexpr int versionByte = 6;
@@ -12,7 +17,6 @@ std::string QMUIDMaker::makeUID() {
   bytes[versionByte] = static_cast<std::uint8_t>((bytes[versionByte] & 0x0F) | 0x40);  // a random UUID …
   bytes[variantByte] = static_cast<std::uint8_t>((bytes[variantByte] & 0x3F) | 0x80);  // … of the common variant
 
-  constexpr std::string_view digits = "0123456789ABCDEF";
   std::string uid;
   uid.reserve(2 * bytes.size());
   for (const std::uint8_t byte : bytes) {
@@ -20,6 +24,11 @@ std::string QMUIDMaker::makeUID() {
     uid += digits[byte & 0x0F];
   }
   return uid;
+}
+
+bool isUID(std::string_view text) {
+  constexpr std::size_t length = 32;
+  return text.size() == length && text.find_first_not_of(digits) == std::string_view::npos;
 }
 
 }  // namespace tallyvane

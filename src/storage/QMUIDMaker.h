@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/Random.h"
 
@@ -16,5 +17,8 @@ class QMUIDMaker {
  private:
   Random& random_;
 };
+
+/// Whether the text has the form of what it makes.
+[[nodiscard]] bool isUID(std::string_view text);
 
 }  // namespace tallyvane

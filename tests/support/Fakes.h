@@ -70,6 +70,7 @@ class InMemoryUserDefaults : public UserDefaults {
     return std::nullopt;
   }
   Result<> set(std::string_view key, const Value& value) override {
+    if (beforeWrite) beforeWrite();
     if (failing) return Error{"the settings are read-only"};
     if (const Value* present = content.find(key); present != nullptr && *present == value) return {};
     ++writes;
@@ -77,6 +78,7 @@ class InMemoryUserDefaults : public UserDefaults {
     return {};
   }
   Result<> remove(std::string_view key) override {
+    if (beforeWrite) beforeWrite();
     if (content.erase(key)) ++writes;
     return {};
   }
@@ -90,6 +92,7 @@ class InMemoryUserDefaults : public UserDefaults {
   [[nodiscard]] Dictionary stored() override { return content; }
 
   Dictionary content;
+  std::function<void()> beforeWrite;
   bool failing = false;
   int writes = 0;
   int synchronized = 0;

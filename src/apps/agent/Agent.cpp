@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "agent/DueSoonFeed.h"
+#include "common/PreviousVersion.h"
 #include "common/ProgramLock.h"
 #include "foundation/Calendar.h"
 #include "freedesktop/PosixPaths.h"
@@ -55,7 +56,8 @@ Agent::Agent(SessionBus& bus, sdbus::IConnection& connection, Surroundings surro
       reminders_(
           connection, [this]() -> programs::DesktopPlatform& { return *hosted_.desktop; },
           [this](const std::string& bid) { queue_.post([this, bid] { showBill(bid); }); }, log),
-      mail_([this] { return hosted_.desktop.get(); }, log) {
+      mail_([this] { return hosted_.desktop.get(); }, log),
+      backups_(log) {
   reminders_.attachTo(loop_);
   mail_.attachTo(loop_);
   loop_.add(signals_.descriptor(), [this] {
@@ -97,9 +99,18 @@ void Agent::refresh() {
     waitForMidnight();
     feed();
     reminders_.bringUpToDate();
+    if (!backups_.bringUpToDate(*hosted_.desktop)) settling_.start(settlingTime);
+    offerImport();
   } catch (const std::exception& error) {
     log_.diagnostic(std::string("The status menu could not be brought up to date: ") + error.what());
   }
+}
+
+/// Once, and quietly: who opens Tallyvane from the menu is told in the overview.
+void Agent::offerImport() {
+  if (std::exchange(offeredImport_, true)) return;
+  if (const auto folder = programs::folderToOfferForImport(platform()))
+    log_.diagnostic("The bills of the previous version in " + *folder + " can be brought in: tallyvane import");
 }
 
 /// As the menu shows it when it is chosen there.

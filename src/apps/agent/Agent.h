@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "agent/ApplicationObject.h"
+#include "agent/DailyBackups.h"
 #include "agent/EventLoop.h"
 #include "agent/FileWatch.h"
 #include "agent/MailRounds.h"
@@ -32,7 +33,8 @@ struct Surroundings {
 
 /// The resident part of the main application: one thread that sleeps until something happens. It hosts the status menu
 /// and keeps it and the widget's numbers true: from its start on, after a change of the data or of the user's settings,
-/// at midnight, and after a change of the clock or the time zone. It makes reminders happen, see Reminders.
+/// at midnight, and after a change of the clock or the time zone; then it also sees to the daily backup. It makes
+/// reminders happen, see Reminders.
 class Agent : public Application {
  public:
   /// The open connection and the log outlive it.
@@ -58,6 +60,7 @@ class Agent : public Application {
   void followRegion();
   void watchFiles();
   void waitForMidnight();
+  void offerImport();
   void showBill(const std::string& bid);
   [[nodiscard]] const Platform& platform() const { return hosted_.desktop->platform(); }
 
@@ -79,6 +82,8 @@ class Agent : public Application {
   Hosted hosted_;
   Reminders reminders_;
   MailRounds mail_;
+  DailyBackups backups_;
+  bool offeredImport_ = false;
 };
 
 }  // namespace tallyvane::agent

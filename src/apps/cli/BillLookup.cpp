@@ -10,10 +10,12 @@
 
 #include "cli/Failure.h"
 #include "cli/Similar.h"
+#include "common/DataFolderState.h"
 #include "platform/PropertyListFile.h"
 #include "storage/BillIndex.h"
 #include "storage/DataFolder.h"
 #include "storage/QMBillsLoader.h"
+#include "storage/Settings.h"
 
 namespace tallyvane::cli {
 
@@ -81,18 +83,23 @@ std::string described(const ListedBill& bill) { return fmt::format("\"{}\" ({})"
 
 }  // namespace
 
-void requireReadableData(const Platform& platform) {
+std::string requireDataFolder(const Platform& platform) {
+  if (const auto unfinished = programs::unfinishedChange(platform)) couldNot(*unfinished);
   const std::optional<std::string> folder = QMBillsLoader{platform}.tallyvaneDirectory();
   if (!folder) {
     couldNot(
-        "It cannot be told where your own data folder lies. Name it again with \"tallyvane settings set "
-        "QMCustomLocationBookmark FOLDER\", or go back to the usual one with \"tallyvane settings set "
-        "QMCustomLocationEnabled no\".");
+        "It cannot be told where your own data folder lies. Name it again with \"tallyvane location --set FOLDER "
+        "--adopt\", or go back to the usual one with \"tallyvane location --reset --adopt\".");
   }
-  if (!platform.files.isFolder(*folder)) {
-    couldNot("The data folder is not there: " + *folder + ". Make it or bring it back, and check its permissions.");
-  }
-  const std::string path = *folder + "/" + std::string(billIndexName);
+  if (platform.files.isFolder(*folder)) return *folder;
+  const bool isOwn = boolSetting(platform.defaults, key::CustomLocationEnabled);
+  couldNot("The data folder is not there: " + *folder + ". " +
+           (isOwn ? "Connect the disk that it is on, or choose another place: tallyvane location --help"
+                  : "Make it or bring it back, and check its permissions."));
+}
+
+void requireReadableData(const Platform& platform) {
+  const std::string path = requireDataFolder(platform) + "/" + std::string(billIndexName);
   requireReadableFile(platform, path, "list of bills");
   const auto index = readPropertyListFile<Dictionary>(platform.files, platform.log, path);
   if (const auto odd = index ? oddListOf(*index) : std::nullopt) {

@@ -19,8 +19,11 @@ struct ListedBill {
   [[nodiscard]] std::string name() const { return content.valueOr(key::Name, std::string()); }
 };
 
-/// Fails when the data folder is not there, or its index is but cannot be read: nothing is written then, and no one is
+/// The data folder. Fails when it is not there, or is being replaced or moved: nothing is written then, and no one is
 /// told that there are no bills.
+std::string requireDataFolder(const Platform& platform);
+
+/// Likewise, and fails when its index is there but cannot be read.
 void requireReadableData(const Platform& platform);
 
 /// Fails when the file is there but is no dictionary that can be read. `what` names it for the person.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "cli/BillLookup.h"
 #include "cli/BillText.h"
 #include "cli/DisplayText.h"
 #include "cli/Failure.h"
@@ -82,6 +83,7 @@ void setRecipient(Session& session, const std::string& address) {
 }
 
 void checkQueue(Session& session) {
+  requireReadableData(session.platform);
   requireNothingMissing(programs::mailHindrance(session.platform));
   session.write([&] { programs::prepareMailQueue(session.platform); });
   send(session, [](QMEmailManager& manager) { manager.checkForMessagesToSendAsynchronous(true); });
@@ -109,6 +111,7 @@ std::string dayText(const Platform& platform, const Dictionary& message, std::st
 }
 
 void showQueue(Session& session) {
+  (void)requireDataFolder(session.platform);
   const QMEmailManager manager{session.platform};
   const std::vector<std::string> titles = manager.getPendingMessages();
   Json list = Json::array();
@@ -126,6 +129,7 @@ void showQueue(Session& session) {
 
 void showState(Session& session) {
   const Platform& platform = session.platform;
+  (void)requireDataFolder(platform);
   const QMEmailManager manager{platform};
   const bool areOn = QMReminderManager{platform}.shouldAddEmails();
   const std::string to =

@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "cli/BillLookup.h"
 #include "cli/BillText.h"
 #include "cli/DisplayText.h"
 #include "cli/Groups.h"
@@ -71,6 +72,7 @@ void printSnapshotJson(Session& session, const Snapshot& snapshot) {
 }
 
 void showWidget(Session& session, bool forPanel) {
+  (void)requireDataFolder(session.platform);
   const Snapshot snapshot = readSnapshot(session.platform);
   if (forPanel) return printForPanel(session, snapshot);
   if (session.json) return printSnapshotJson(session, snapshot);

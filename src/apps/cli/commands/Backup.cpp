@@ -1,0 +1,88 @@
+#include <fmt/format.h>
+
+#include <memory>
+
+#include "cli/BillLookup.h"
+#include "cli/BillText.h"
+#include "cli/DisplayText.h"
+#include "cli/Failure.h"
+#include "cli/Json.h"
+#include "cli/commands/Commands.h"
+#include "common/DailyBackup.h"
+#include "common/DataFolderState.h"
+#include "storage/NewestBackup.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+using programs::BackupOutcome;
+
+/// The newest backup; a part that is not there cannot be told.
+struct Newest {
+  std::optional<Date> day;
+  std::optional<std::string> folder;
+  std::optional<std::size_t> bills;
+  std::optional<std::uint64_t> bytes;
+};
+
+Newest newest(const Platform& platform) {
+  Newest backup{{}, newestBackup(platform), {}, {}};
+  const std::optional<Value> last = platform.defaults.object(key::LastBackup);
+  if (const Date* day = last ? last->get<Date>() : nullptr) backup.day = *day;
+  if (!backup.folder || !platform.files.isFolder(*backup.folder)) return backup;
+  backup.bills = programs::billsListedIn(platform, *backup.folder);
+  if (const Result<std::uint64_t> size = platform.files.copySize(*backup.folder)) backup.bytes = *size;
+  return backup;
+}
+
+template <typename T>
+Json orNull(const std::optional<T>& value) {
+  return value ? Json(*value) : Json(nullptr);
+}
+
+void printStatus(Session& session) {
+  const Platform& platform = session.platform;
+  const Newest backup = newest(platform);
+  Console& console = session.console;
+  if (session.json) {
+    return printJson(console, {{"day", backup.day ? Json(isoDay(platform, *backup.day)) : Json(nullptr)},
+                               {"folder", orNull(backup.folder)},
+                               {"bills", orNull(backup.bills)},
+                               {"bytes", orNull(backup.bytes)},
+                               {"complete", backup.bills.has_value()}});
+  }
+  if (!backup.day) return console.line("No backup has been made yet.");
+  console.line("Last backup: " + QMBillsLoader{platform}.lastBackedUpNaturalDate());
+  console.line("Place: " + printable(backup.folder.value_or("none")));
+  if (!backup.bills) return console.line("It is not there, or not complete. The next one is made tomorrow.");
+  console.line(fmt::format("Bills: {}", *backup.bills));
+  console.line("Size: " + programs::sizeText(backup.bytes.value_or(0)));
+}
+
+void makeBackup(Session& session) {
+  const Platform& platform = session.platform;
+  requireReadableData(platform);
+  std::optional<Result<BackupOutcome>> outcome;
+  session.write([&] { outcome = programs::backUpToday(platform); });
+  if (!*outcome) couldNot("No backup was made. " + outcome->error());
+  if (session.json) return printStatus(session);
+  const Newest backup = newest(platform);
+  if (**outcome == BackupOutcome::made)
+    return session.console.line(fmt::format("Backed up {} bills.", backup.bills.value_or(0)));
+  if (!backup.bills) couldNot("Today's backup is not there, or not complete. The next one is made tomorrow.");
+  session.console.line(fmt::format("Today's backup was made already; it has {} bills.", *backup.bills));
+}
+
+}  // namespace
+
+void addBackup(CLI::App& app, Invocation& invocation) {
+  auto showsStatus = std::make_shared<bool>(false);
+  CLI::App* command =
+      addCommand(app, invocation, {"backup", "Make today's backup, unless there is one", "tallyvane backup --status"},
+                 [showsStatus](Session& session) { *showsStatus ? printStatus(session) : makeBackup(session); });
+  command->add_flag("--status", *showsStatus, "Show the newest backup: its day, place, number of bills and size");
+}
+
+}  // namespace tallyvane::cli

@@ -1,0 +1,179 @@
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <memory>
+
+#include "cli/DisplayText.h"
+#include "cli/Failure.h"
+#include "cli/Json.h"
+#include "cli/SettingsCatalogue.h"
+#include "cli/commands/Commands.h"
+#include "common/DataFolderState.h"
+#include "common/PlaceChange.h"
+#include "storage/Keys.h"
+#include "storage/QMBillsLoader.h"
+#include "storage/Settings.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+using programs::Carrying;
+using programs::Place;
+
+struct Options {
+  std::string folder;
+  bool dropbox = false;
+  bool reset = false;
+  bool copy = false;
+  bool adopt = false;
+  bool finish = false;
+};
+
+std::string currentFolder(const Platform& platform) {
+  return QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
+}
+
+void showLocation(Session& session) {
+  const Platform& platform = session.platform;
+  const std::string folder = currentFolder(platform);
+  const bool isOwn = boolSetting(platform.defaults, key::CustomLocationEnabled);
+  const std::string kind = !isOwn                                                    ? "usual"
+                           : boolSetting(platform.defaults, key::DropboxSyncEnabled) ? "dropbox"
+                                                                                     : "chosen";
+  const bool isThere = platform.files.isFolder(folder);
+  const std::optional<std::size_t> bills = programs::billsListedIn(platform, folder);
+  const std::optional<std::string> unfinished = programs::unfinishedChange(platform);
+  if (session.json) {
+    return printJson(session.console, {{"folder", folder.empty() ? Json(nullptr) : Json(folder)},
+                                       {"kind", kind},
+                                       {"there", isThere},
+                                       {"bills", bills ? Json(*bills) : Json(nullptr)},
+                                       {"unfinished", unfinished ? Json(*unfinished) : Json(nullptr)}});
+  }
+  session.console.line("Data folder: " + (folder.empty() ? "cannot be told" : printable(folder)));
+  session.console.line("Kind: " + kind);
+  session.console.line(isThere ? fmt::format("Bills: {}", bills.value_or(0)) : "It is not there now.");
+  if (unfinished) session.console.line(printable(*unfinished));
+}
+
+/// A folder that is itself named as the data folder stands for the one that holds it.
+Place ownPlace(const Platform& platform, const Options& options) {
+  constexpr std::string_view belowDropbox = "/Apps/Tallyvane";
+  if (options.folder.empty()) {
+    Place place = programs::currentPlace(platform);
+    if (!place.folder) wrongUsage("Name the Dropbox folder: tallyvane location --set ~/Dropbox --dropbox");
+    place.dropbox = true;
+    return place;
+  }
+  const std::string path = std::filesystem::absolute(options.folder).lexically_normal().string();
+  const Value bookmark = settingInput(platform, findSetting(std::string(key::CustomLocationBookmark)), path);
+  Place place{platform.bookmarks.resolve(*bookmark.get<Data>()), options.dropbox};
+  if (place.dropbox && place.folder && place.folder->ends_with(belowDropbox))
+    place.folder->resize(place.folder->size() - belowDropbox.size());
+  return place;
+}
+
+bool overlap(const std::string& left, const std::string& right) {
+  return (left + "/").starts_with(right + "/") || (right + "/").starts_with(left + "/");
+}
+
+/// What is asked for, where it loses and mixes nothing: the new place is free, or what is there is to be used.
+Carrying carryingTo(const Platform& platform, const std::string& to, bool isUsual, const Options& options) {
+  FileStore& files = platform.files;
+  const std::string from = currentFolder(platform);
+  if (from == to) couldNot("The data folder is there already: " + to + ".");
+  if (overlap(from, to)) couldNot(from + " and " + to + " lie in one another.");
+  const bool isTaken = files.exists(to) && !programs::isEmptyFolder(files, to);
+  const std::optional<std::size_t> found = programs::billsListedIn(platform, to);
+  if (options.adopt) {
+    if (found || (isUsual && !isTaken)) return Carrying::adopt;
+    couldNot("There is no data folder with bills at the new place: " + to + ".");
+  }
+  const bool hasNothing = programs::isEmptyFolder(files, from);
+  if (found && hasNothing && !options.copy) return Carrying::adopt;
+  if (found)
+    couldNot(
+        fmt::format("There are {} bills in {} already. Add --adopt to use these from now on; the others stay in {}.",
+                    *found, to, from));
+  if (isTaken) couldNot(to + " is there already, but has no list of bills. Move it away first.");
+  if (!files.isFolder(from))
+    couldNot(
+        fmt::format("The data folder is not there: {}. Connect the disk that it is on, or add --adopt to use the "
+                    "one at the new place.",
+                    from));
+  return options.copy ? Carrying::copy : Carrying::move;
+}
+
+[[noreturn]] void failChange(const Platform& platform, const std::string& reason) {
+  const auto unfinished = programs::unfinishedChange(platform);
+  couldNot("Not done: " + reason + "." + (unfinished ? " " + *unfinished : ""));
+}
+
+void sayWhereNow(Session& session, const std::string& said) {
+  if (session.json) return showLocation(session);
+  session.console.line(printable(said));
+}
+
+void changeLocation(Session& session, const Options& options) {
+  const Platform& platform = session.platform;
+  const Place place = options.reset ? Place() : ownPlace(platform, options);
+  const std::string from = currentFolder(platform);
+  const std::string to = programs::dataFolderAt(platform, place);
+  Carrying carrying = Carrying::move;
+  Result<> outcome;
+  session.write([&] {
+    if (const auto unfinished = programs::unfinishedChange(platform)) couldNot(*unfinished);
+    carrying = carryingTo(platform, to, !place.folder, options);
+    outcome = programs::changePlace(platform, place, carrying);
+  });
+  if (!outcome) failChange(platform, outcome.error());
+  const std::size_t bills = programs::billsListedIn(platform, to).value_or(0);
+  sayWhereNow(session, fmt::format("The data folder is now {} ({} bills).{}", to, bills,
+                                   carrying == Carrying::move ? "" : " The one before stays in " + from + "."));
+}
+
+void finishChange(Session& session) {
+  const Platform& platform = session.platform;
+  Result<> outcome;
+  session.write([&] {
+    const auto change = programs::begunPlaceChange(platform);
+    if (!change) couldNot("No change of place was interrupted.");
+    outcome = programs::finishPlaceChange(platform, *change);
+  });
+  if (!outcome) failChange(platform, outcome.error());
+  sayWhereNow(session, "The data folder is " + currentFolder(platform) + ".");
+}
+
+void runLocation(Session& session, const Options& options) {
+  const bool changes = !options.folder.empty() || options.dropbox || options.reset;
+  if (options.finish) return finishChange(session);
+  if (changes) return changeLocation(session, options);
+  if (options.copy || options.adopt) wrongUsage("Say where to: --set FOLDER, --dropbox or --reset.");
+  showLocation(session);
+}
+
+}  // namespace
+
+void addLocation(CLI::App& app, Invocation& invocation) {
+  auto options = std::make_shared<Options>();
+  CLI::App* command =
+      addCommand(app, invocation,
+                 {"location", "Show where the data folder is, or move it", "tallyvane location --set /media/disk"},
+                 [options](Session& session) { runLocation(session, *options); });
+  CLI::Option* set = command->add_option("--set", options->folder,
+                                         "Keep the data folder in this folder; what is there now moves with it");
+  CLI::Option* dropbox =
+      command->add_flag("--dropbox", options->dropbox, "That folder is a Dropbox: the data go into its Apps/Tallyvane");
+  CLI::Option* reset = command->add_flag("--reset", options->reset, "Move the data folder back to its usual place");
+  CLI::Option* copy = command->add_flag("--copy", options->copy, "Leave a copy where the data folder was");
+  CLI::Option* adopt = command->add_flag("--adopt", options->adopt,
+                                         "Use the data folder that is there; the one of now stays where it is");
+  CLI::Option* finish = command->add_flag("--finish", options->finish, "End a change of place that was interrupted");
+  set->type_name("FOLDER");
+  reset->excludes(set)->excludes(dropbox);
+  copy->excludes(adopt);
+  finish->excludes(set)->excludes(dropbox)->excludes(reset)->excludes(copy)->excludes(adopt);
+}
+
+}  // namespace tallyvane::cli

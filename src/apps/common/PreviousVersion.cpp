@@ -1,0 +1,26 @@
+#include "common/PreviousVersion.h"
+
+#include <algorithm>
+
+#include "common/DataFolderState.h"
+#include "import/QMImportManager.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::programs {
+
+std::string usualFolderOfPreviousVersion(const Platform& platform) {
+  const std::string data = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
+  const std::string around = data.substr(0, std::min(data.rfind('/'), data.size()));
+  if (around.ends_with("/Tallyvane") && platform.files.isFolder(around + "/Data")) return around;
+  return platform.files.applicationSupportFolder() + "/Tallyvane";
+}
+
+std::optional<std::string> folderToOfferForImport(const Platform& platform) {
+  if (!QMImportManager{platform}.shouldImportData()) return std::nullopt;
+  const std::string folder = usualFolderOfPreviousVersion(platform);
+  const std::string bills = folder + "/Data";
+  if (!platform.files.isFolder(bills) || isEmptyFolder(platform.files, bills)) return std::nullopt;
+  return folder;
+}
+
+}  // namespace tallyvane::programs
