@@ -11,6 +11,7 @@
 #include "cli/Json.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "common/PreviousVersion.h"
 #include "foundation/NumberReading.h"
 #include "import/QMImportManager.h"
 #include "platform/PropertyListFile.h"
@@ -37,6 +38,7 @@ struct OldBill {
   std::size_t payments = 0;
   bool active = false;
   bool readable = false;
+  bool stopsImport = false;
 };
 
 /// Passes everything on and tells a person how far the import is.
@@ -68,10 +70,7 @@ std::string oldFolderOf(const Platform& platform, const Options& options) {
     const std::string path = std::filesystem::absolute(options.folder).lexically_normal().string();
     return path.size() > 1 && path.ends_with('/') ? path.substr(0, path.size() - 1) : path;
   }
-  const std::string data = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
-  const std::string around = data.substr(0, std::min(data.rfind('/'), data.size()));
-  if (around.ends_with("/Tallyvane") && platform.files.isFolder(around + "/Data")) return around;
-  return platform.files.applicationSupportFolder() + "/Tallyvane";
+  return programs::usualFolderOfPreviousVersion(platform);
 }
 
 void requireOldFolder(const Platform& platform, const std::string& folder) {
@@ -83,12 +82,22 @@ void requireOldFolder(const Platform& platform, const std::string& folder) {
     couldNot(folder + " is no folder of the previous version: that is named \"Tallyvane\" and has a folder \"Data\".");
 }
 
+/// The payments of such a file cannot be told apart from their notes and receipts.
+bool lacksNotesOrReceipts(const Dictionary& old, std::size_t payments) {
+  const auto isShort = [&](std::string_view key) {
+    const Array* list = old.get<Array>(key);
+    return list != nullptr && list->size() < payments;
+  };
+  return isShort("Pay_Notes") || isShort("Pay_Attachment");
+}
+
 OldBill oldBill(const Platform& platform, const std::string& folder, const std::string& name) {
   const QMImportManager manager{platform};
   const auto record = readPropertyListFile<Dictionary>(platform.files, platform.log, folder + "/Data/" + name);
   const Dictionary old = record.value_or(Dictionary());
   const auto text = [&](std::string_view key) { return old.valueOr(key, std::string()); };
-  OldBill bill{name, manager.billNameOf(name), manager.convertIconWithIcon(text("Icon")), {}, "", 0, false, false};
+  OldBill bill{name, manager.billNameOf(name), manager.convertIconWithIcon(text("Icon")), {}, "", 0, false, false,
+               false};
   bill.readable = record.has_value();
   if (const Date* due = old.get<Date>("Next_Due")) bill.due = *due;
   if (const Value* count = old.find("Repeat_a")) {
@@ -97,6 +106,7 @@ OldBill oldBill(const Platform& platform, const std::string& folder, const std::
   }
   if (const Array* amounts = old.get<Array>("Pay_Amounts")) bill.payments = amounts->size();
   bill.active = boolValue(old, "Is_Active");
+  bill.stopsImport = lacksNotesOrReceipts(old, bill.payments);
   return bill;
 }
 
@@ -111,6 +121,7 @@ std::vector<OldBill> oldBills(const Platform& platform, const std::string& folde
 }
 
 std::string stateOf(const OldBill& bill) {
+  if (bill.stopsImport) return "stops the import: fewer notes or receipts than payments";
   if (!bill.readable) return "archived; not readable";
   return bill.active ? "active" : "archived";
 }
@@ -141,7 +152,8 @@ Json planJson(const Platform& platform, const std::vector<OldBill>& bills) {
                     {"repeats", bill.repeats},
                     {"payments", bill.payments},
                     {"state", bill.active ? "active" : "archived"},
-                    {"readable", bill.readable}});
+                    {"readable", bill.readable},
+                    {"stopsImport", bill.stopsImport}});
   }
   return list;
 }

@@ -6,9 +6,11 @@
 
 #include "cli/BillLookup.h"
 #include "cli/BillText.h"
+#include "cli/DisplayText.h"
 #include "cli/Json.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "common/PreviousVersion.h"
 #include "foundation/NumberReading.h"
 #include "schedule/SortByDueDate.h"
 #include "storage/QMBillsLoader.h"
@@ -101,6 +103,9 @@ void sayNothingToShow(Session& session, const Options& options, bool hasRows) {
   if (!options.tag.empty()) return session.console.line(fmt::format("No {} bill has this tag.", options.group));
   session.console.line(fmt::format("There are no {} bills.", options.group));
   if (options.group != activeBills.word) return;
+  if (const auto folder = programs::folderToOfferForImport(session.platform))
+    return session.console.line(
+        printable(fmt::format("Those of the previous version are in {}. Bring them in: tallyvane import", *folder)));
   session.console.line("Add one: tallyvane add Rent --due 2027-03-01 --repeat monthly --amount 900");
 }
 
