@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "foundation/Calendar.h"
+
 namespace tallyvane::ical {
 
 struct Free {
@@ -16,9 +18,22 @@ struct Free {
 };
 using Component = std::unique_ptr<icalcomponent, Free>;
 
+/// A calendar without events, which says which program made it.
+[[nodiscard]] Component emptyFile();
 /// Null when the text is not iCalendar.
 [[nodiscard]] Component parsed(const std::string& text);
 [[nodiscard]] std::string textOf(const Component& component);
+
+/// A title or another text as it can be written: control characters, and blanks at its ends, which readers drop, as
+/// their pictures; tabs and line feeds within it stay. And such a text as it was.
+[[nodiscard]] std::string withPictures(const std::string& text);
+[[nodiscard]] std::string withoutPictures(const std::string& text);
+
+[[nodiscard]] icaltimetype dayValue(CivilDay day);
+[[nodiscard]] icaltimetype utcValue(Date moment);
+/// Whether it lies in the years 1 to 9998, which the form can say.
+[[nodiscard]] bool isWritable(CivilDay day);
+[[nodiscard]] bool isWritable(Date moment);
 
 /// All VEVENTs in the order in which they stand in the text; owned by the root.
 [[nodiscard]] std::vector<icalcomponent*> eventComponents(const Component& root);

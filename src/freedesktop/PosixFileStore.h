@@ -8,9 +8,10 @@
 
 namespace tallyvane {
 
-/// The files of the machine. New files are the user's alone (0600), new folders too (0700). A save may wait for another
-/// program's save in the same folder. Only regular files are read, and none above `maximumFileBytes`; a pipe or a
-/// device never blocks. A copy follows a symbolic link that is copied itself and keeps those inside a folder as links.
+/// The files of the machine. New files are the user's alone (0600), new folders too (0700), copies included. A save may
+/// wait for another program's save in the same folder. Only regular files are read, and none above `maximumFileBytes`;
+/// a pipe or a device never blocks. A copy follows a symbolic link that is copied itself and keeps those inside a
+/// folder as links.
 class PosixFileStore : public FileStore {
  public:
   static constexpr std::size_t maximumFileBytes = std::size_t{1} << 30;

@@ -21,7 +21,10 @@ Result<> outcome(const fs::path& path, const std::error_code& error) {
   return error ? Result<>(systemError(path.string(), error.value())) : Result<>();
 }
 
-/// With its permissions. Errors name the file that could not be copied.
+/// What is copied is its owner's alone, whoever may read where it came from.
+constexpr mode_t ownersPart(mode_t mode, mode_t least) { return (mode & S_IRWXU) | least; }
+
+/// Errors name the file that could not be copied.
 Result<> copyFile(const std::string& from, const std::string& to) {
   // Should the file have become a pipe by now, opening it must not block.
   const FileDescriptor source(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
@@ -37,15 +40,14 @@ Result<> copyFile(const std::string& from, const std::string& to) {
     if (const int code = writeAll(target, {block.data(), static_cast<std::size_t>(count)}))
       return systemError(from, code);
   }
-  return ::fchmod(target.number(), status.st_mode & 07777) == 0 ? Result<>() : systemError(from);
+  return ::fchmod(target.number(), ownersPart(status.st_mode, S_IRUSR | S_IWUSR)) == 0 ? Result<>() : systemError(from);
 }
 
 Result<> copyTree(const fs::path& from, const fs::path& to);
 
 Result<> copyFolder(const fs::path& from, const fs::path& to) {
   std::error_code error;
-  fs::create_directory(to, from, error);
-  if (error) return outcome(from, error);
+  if (::mkdir(to.c_str(), S_IRWXU) != 0) return systemError(from.string());
   for (fs::directory_iterator entry(from, error), end; !error && entry != end; entry.increment(error)) {
     const fs::path name = entry->path().filename();
     if (isTemporaryName(name.string())) continue;

@@ -27,6 +27,13 @@ std::string_view extensionOf(std::string_view path) {
   return isExtension ? name.substr(point) : std::string_view();
 }
 
+/// The system's reason alone: where somebody keeps their papers is no matter for the log.
+std::string reasonOf(const std::string& error) {
+  const std::size_t path = error.rfind(": ");
+  const std::string reason = path == std::string::npos ? error : error.substr(path + 2);
+  return reason.find('/') == std::string::npos ? reason : "it cannot be copied from there";
+}
+
 }  // namespace
 
 std::optional<std::string> QMPaymentLogger::getSpecifiedSound() const {
@@ -65,7 +72,8 @@ std::string QMPaymentLogger::copyAttachment(const std::string& path) const {
   if (cleanReceiptTitle(path).empty()) return path;
   const std::string name = QMUIDMaker{platform_.random}.makeUID() + std::string(extensionOf(path));
   const std::string copy = pathInDataFolder(platform_, name);
-  if (const Result<> copied = platform_.files.copy(path, copy); !copied) platform_.log.line("Error: " + copied.error());
+  const Result<> copied = platform_.files.copy(path, copy);
+  if (!copied) platform_.log.line("Error: " + reasonOf(copied.error()));
   platform_.log.line("Final Path " + copy);
   return copy;
 }

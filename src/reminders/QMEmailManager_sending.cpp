@@ -1,4 +1,6 @@
 // Section 4 of QMEmailManager: sending.
+#include <string_view>
+
 #include "net/QMFormDataRequest.h"
 #include "reminders/QMEmailManager.h"
 #include "storage/Keys.h"
@@ -16,13 +18,22 @@ std::string beginningOf(const std::string& text) {
   return text.size() <= most ? text : text.substr(0, most) + " …";
 }
 
-MailOutcome outcomeOf(const QMHTTPRequest& request, const std::string& title) {
+/// A service may quote the key in its answer, which goes to logs and to the screen.
+std::string withoutSecret(std::string text, const std::string& secret) {
+  constexpr std::string_view mask = "(API key)";
+  if (secret.empty()) return text;
+  for (std::size_t at = text.find(secret); at != std::string::npos; at = text.find(secret, at + mask.size()))
+    text.replace(at, secret.size(), mask);
+  return text;
+}
+
+MailOutcome outcomeOf(const QMHTTPRequest& request, const std::string& title, const std::string& secret) {
   MailOutcome outcome{.billTitle = title, .failure = {}, .status = 0, .answerText = {}};
   if (const auto& error = request.error()) {
-    outcome.failure = error->description + (error->reason.empty() ? "" : ": " + error->reason);
+    outcome.failure = withoutSecret(error->description + (error->reason.empty() ? "" : ": " + error->reason), secret);
   } else {
     outcome.status = request.responseStatusCode();
-    outcome.answerText = beginningOf(request.responseData());
+    outcome.answerText = beginningOf(withoutSecret(request.responseData(), secret));
   }
   return outcome;
 }
@@ -65,8 +76,8 @@ void QMEmailManager::sendMessageAsynchronous(bool asynchronous) {
   request->addPostValueForKey(timeOffset, "time_offset_minutes");
   // The message goes along as it is now: this manager may be gone, or be at another message, when the answer comes.
   const auto message = std::make_shared<QMEmailManager>(*this);
-  const auto tell = [message, told = request.get()] {
-    const MailOutcome outcome = outcomeOf(*told, message->billTitle);
+  const auto tell = [message, told = request.get(), secret = service.apiKey] {
+    const MailOutcome outcome = outcomeOf(*told, message->billTitle, secret);
     --*message->onTheirWay_;
     message->observer ? message->observer(outcome) : noteErrors(message->platform_->log, outcome);
   };

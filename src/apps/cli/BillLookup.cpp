@@ -9,6 +9,7 @@
 #include <set>
 
 #include "cli/Failure.h"
+#include "cli/Reason.h"
 #include "cli/Similar.h"
 #include "common/DataFolderState.h"
 #include "platform/PropertyListFile.h"
@@ -20,13 +21,6 @@
 namespace tallyvane::cli {
 
 namespace {
-
-/// Takes a diagnostic down, to be told in a sentence.
-struct Reason : Log {
-  void line(std::string_view /*text*/) override {}
-  void diagnostic(std::string_view diagnostic) override { text = diagnostic; }
-  std::string text;
-};
 
 using Matches = std::function<bool(const ListedBill&)>;
 

@@ -40,9 +40,13 @@ std::string Console::painted(const std::string& text, Colour colour) const {
   return std::string(sequence) + text + "\x1b[0m";
 }
 
+std::optional<std::string> Console::answer(const std::string& question) const {
+  return asker_(printable(question) + " ");
+}
+
 bool Console::confirms(const std::string& question) const {
-  const std::string answer = asker_(printable(question) + " [y/N] ").value_or(std::string());
-  return answer == "y" || answer == "Y" || answer == "yes" || answer == "Yes";
+  const std::string said = answer(question + " [y/N]").value_or(std::string());
+  return said == "y" || said == "Y" || said == "yes" || said == "Yes";
 }
 
 bool Console::flushed() { return static_cast<bool>(out_.flush()); }

@@ -41,6 +41,8 @@ class Console {
   [[nodiscard]] std::string painted(const std::string& text, Colour colour) const;
 
   [[nodiscard]] bool canAsk() const { return asker_ != nullptr; }
+  /// The person's answer; nothing when they ended the input.
+  [[nodiscard]] std::optional<std::string> answer(const std::string& question) const;
   /// Whether the person answered yes.
   [[nodiscard]] bool confirms(const std::string& question) const;
 

@@ -5,6 +5,7 @@ namespace {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
+using ::testing::Not;
 using Arguments = std::vector<std::string>;
 
 struct MailCommand : ::testing::Test {
@@ -54,6 +55,30 @@ TEST_F(MailCommand, ARefusalOfTheServiceIsShownAndFailsTheCommand) {
   EXPECT_THAT(outcome.out, HasSubstr("Test Message: refused; the service answered 500: Unauthorized\uFFFD[2J"));
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(run({"mail", "test", "--json"}).out, AllOf(HasSubstr("\"sent\": false"), HasSubstr("\"status\": 500")));
+}
+
+TEST_F(MailCommand, TheKeyIsNeitherShownNorLoggedEvenWhenTheServiceQuotesIt) {
+  const std::string key = cli.desktop.mail.content.apiKey;
+  const HttpOutcome outcomes[] = {HttpAnswer{401, {}, std::string(290, '.') + key + key},
+                                  HttpFailure{HttpFailure::Kind::connectionBroke, "sent " + key}};
+  const Arguments commands[] = {{"mail", "test", "--to", "ada@example.org"},
+                                {"mail", "test", "--json"},
+                                {"mail", "check", "--json"},
+                                {"mail", "queue", "--json"},
+                                {"mail", "--json"},
+                                {"settings", "--json"}};
+  std::string told;
+  for (const HttpOutcome& outcome : outcomes) {
+    cli.desktop.http.outcome = outcome;
+    for (const Arguments& arguments : commands) {
+      const Outcome result = run(arguments);
+      told += result.out + result.err;
+    }
+  }
+  for (const auto* log : {&cli.desktop.log.lines, &cli.desktop.log.diagnostics})
+    for (const std::string& line : *log) told += line;
+  EXPECT_THAT(cli.desktop.http.sent.at(0), HasSubstr(key));
+  EXPECT_THAT(told, AllOf(HasSubstr("(API key)"), Not(HasSubstr(key.substr(0, 8)))));
 }
 
 TEST_F(MailCommand, NothingIsSentWhenTheQueueCannotBeWritten) {

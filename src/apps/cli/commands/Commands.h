@@ -47,6 +47,8 @@ void addMail(CLI::App& app, Invocation& invocation);
 void addRemind(CLI::App& app, Invocation& invocation);
 void addNotifications(CLI::App& app, Invocation& invocation);
 void addCalendar(CLI::App& app, Invocation& invocation);
+void addCheck(CLI::App& app, Invocation& invocation);
+void addExport(CLI::App& app, Invocation& invocation);
 
 /// What a program without a command does: the overview of the active bills.
 void runDefaultOverview(Session& session);

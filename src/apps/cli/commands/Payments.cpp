@@ -9,6 +9,7 @@
 #include "cli/Failure.h"
 #include "cli/Json.h"
 #include "cli/PaymentChange.h"
+#include "cli/Receipt.h"
 #include "cli/TextInput.h"
 #include "cli/commands/Commands.h"
 #include "cli/input/AmountInput.h"
@@ -16,7 +17,6 @@
 #include "foundation/NumberReading.h"
 #include "payments/PaymentList.h"
 #include "payments/QMPaymentLogger.h"
-#include "storage/DataFolder.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {
@@ -112,21 +112,6 @@ void correct(Session& session, const Options& options) {
         storePayments(platform, bill, std::move(payments));
       },
       [&] { agreeWithFiles(platform, bill.bid, {bill.name()}); });
-}
-
-/// Where a payment's receipt is. One whose path is gone is looked for by its name in the data folder, which may have
-/// been moved.
-struct Receipt {
-  std::string path;  ///< "" when there is none
-  bool isMissing = false;
-};
-
-Receipt receiptOf(const Platform& platform, const Dictionary& payment) {
-  const std::string stored = payment.valueOr(key::Receipt, std::string());
-  if (stored.empty() || platform.files.exists(stored)) return {stored};
-  const std::string moved = pathInDataFolder(platform, stored.substr(stored.rfind('/') + 1));
-  if (!moved.empty() && platform.files.exists(moved)) return {moved};
-  return {stored, true};
 }
 
 std::vector<Cell> cellsOf(const Platform& platform, std::size_t number, const Dictionary& payment) {

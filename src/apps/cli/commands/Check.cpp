@@ -1,0 +1,201 @@
+#include <fmt/format.h>
+
+#include <memory>
+#include <optional>
+
+#include "cli/BillChange.h"
+#include "cli/BillLookup.h"
+#include "cli/BillText.h"
+#include "cli/DisplayText.h"
+#include "cli/Failure.h"
+#include "cli/Json.h"
+#include "cli/Table.h"
+#include "cli/check/DataFolderCheck.h"
+#include "cli/check/IndexLists.h"
+#include "cli/commands/Commands.h"
+#include "platform/PropertyListFile.h"
+#include "storage/DataFolder.h"
+#include "storage/QMBill.h"
+#include "storage/QMBillsLoader.h"
+
+namespace tallyvane::cli {
+
+namespace {
+
+/// A bill in no list, and the list that the person wants it in.
+struct Choice {
+  std::string bid;
+  std::string name;
+  Group list;
+};
+
+struct Repair {
+  std::string copy;  ///< the data folder as it was; "" when there was nothing to repair
+  std::size_t doubles = 0;
+  std::vector<Choice> listed;
+};
+
+/// A large folder takes a while, and the person is told how far it is.
+CheckReport checked(Session& session, const std::string& folder) {
+  constexpr std::size_t step = 2000;
+  return checkDataFolder(session.platform, folder, [&](std::size_t done, std::size_t all) {
+    if (done % step == 0 && session.console.interactive())
+      session.console.error(fmt::format("{} of {} files read", done, all));
+  });
+}
+
+void printFindings(Console& console, const CheckReport& report) {
+  Table table({{"Bill", false, 8}, {"Problem", false, 30}, {"File", false, 12, 1}});
+  for (const Finding& finding : report.findings) table.add({finding.bill, finding.problem.text, finding.file});
+  if (!report.findings.empty()) table.print(console);
+}
+
+Json findingsJson(const CheckReport& report) {
+  Json list = Json::array();
+  for (const auto& [problem, file, bill] : report.findings) {
+    list.push_back({{"kind", wordOf(problem.kind)},
+                    {"file", file},
+                    {"bill", bill},
+                    {"key", problem.key},
+                    {"problem", problem.text}});
+  }
+  return list;
+}
+
+Json repairJson(const Repair& repair) {
+  Json listed = Json::array();
+  for (const Choice& choice : repair.listed)
+    listed.push_back({{"id", choice.bid}, {"name", choice.name}, {"state", choice.list.word}});
+  return {{"copy", repair.copy}, {"removedDoubles", repair.doubles}, {"listed", std::move(listed)}};
+}
+
+std::string counted(std::size_t count, const char* one, const char* many) {
+  return fmt::format("{} {}", count, count == 1 ? one : many);
+}
+
+std::string questionAbout(const Platform& platform, const UnlistedBill& bill) {
+  const Date* due = bill.content.get<Date>(key::DueDate);
+  const Array* payments = bill.content.get<Array>(key::PaymentList);
+  return fmt::format("\"{}\" is in no list (due {}, {}). Which one? a active, r archived, d deleted, Enter none:",
+                     bill.content.valueOr(key::Name, bill.bid), due == nullptr ? "never" : isoDay(platform, *due),
+                     counted(payments == nullptr ? 0 : payments->size(), "payment", "payments"));
+}
+
+/// Nobody but the person says where a bill belongs: it may have been taken off its list on purpose.
+std::vector<Choice> askWhere(Session& session, const std::vector<UnlistedBill>& bills) {
+  std::vector<Choice> choices;
+  if (bills.empty()) return choices;
+  if (!session.console.canAsk()) {
+    session.console.error(fmt::format("{} in no list: nobody can be asked here, so nothing was changed about that.",
+                                      counted(bills.size(), "bill is", "bills are")));
+    return choices;
+  }
+  for (const UnlistedBill& bill : bills) {
+    const std::optional<std::string> answer = session.console.answer(questionAbout(session.platform, bill));
+    if (!answer) break;
+    const std::string name = bill.content.valueOr(key::Name, std::string());
+    if (*answer == "a") choices.push_back({bill.bid, name, activeBills});
+    if (*answer == "r") choices.push_back({bill.bid, name, archivedBills});
+    if (*answer == "d") choices.push_back({bill.bid, name, deletedBills});
+  }
+  return choices;
+}
+
+/// A copy beside the backups, which no backup replaces.
+std::string copiedAside(const Platform& platform, const std::string& folder) {
+  const std::string first =
+      QMBillsLoader{platform}.tallyvaneBackupPath() + "/before-repair-" + isoDay(platform, platform.clock.now());
+  std::string copy = first;
+  for (int number = 2; platform.files.exists(copy); ++number) copy = fmt::format("{}-{}", first, number);
+  if (const Result<> copied = platform.files.copy(folder, copy); !copied)
+    couldNot("Nothing was repaired, because the data folder could not be copied first: " + copied.error() + ".");
+  return copy;
+}
+
+/// Under the lock: what has found its place meanwhile is left there.
+Repair repaired(const Platform& platform, const std::string& folder, const std::vector<Choice>& choices) {
+  Repair repair;
+  requireReadableData(platform);
+  const std::string path = folder + "/" + std::string(billIndexName);
+  Dictionary index = readPropertyListFile<Dictionary>(platform.files, platform.log, path).value_or(Dictionary());
+  repair.doubles = removeDoubles(index);
+  const auto places = placesIn(index);
+  for (const Choice& choice : choices) {
+    if (places.contains(choice.bid)) continue;
+    enter(index, choice.list.key, choice.bid);
+    repair.listed.push_back(choice);
+  }
+  if (repair.doubles == 0 && repair.listed.empty()) return repair;
+  repair.copy = copiedAside(platform, folder);
+  QMBill{platform}.overWriteIndexFileWithDictionaryUpdatingKey(index, "");
+  mirrorLists(platform);
+  return repair;
+}
+
+void agree(const Platform& platform, const std::vector<Choice>& choices) {
+  for (const Choice& choice : choices) agreeWithFiles(platform, choice.bid, {choice.name});
+}
+
+Repair repair(Session& session, const std::string& folder, const CheckReport& report) {
+  const std::vector<Choice> choices = askWhere(session, report.unlisted);
+  Repair done;
+  session.write(
+      [&] {
+        done = repaired(session.platform, folder, choices);
+        agree(session.platform, done.listed);
+      },
+      [&] { agree(session.platform, choices); });
+  return done;
+}
+
+void printRepair(Console& console, const Repair& repair) {
+  if (repair.copy.empty()) return console.line("There was nothing to repair.");
+  if (repair.doubles > 0)
+    console.line(fmt::format("Took {} off the lists.", counted(repair.doubles, "double entry", "double entries")));
+  for (const Choice& choice : repair.listed)
+    console.line(printable(fmt::format("\"{}\" is {} now.", choice.name, choice.list.word)));
+  console.line(printable("The data folder as it was before: " + repair.copy));
+}
+
+void printAll(Session& session, const std::string& folder, const CheckReport& report,
+              const std::optional<Repair>& repair, std::size_t left) {
+  if (session.json) {
+    Json json{{"folder", folder}, {"files", report.files}, {"findings", findingsJson(report)}};
+    if (repair) json["repair"] = repairJson(*repair);
+    if (repair) json["left"] = left;
+    return printJson(session.console, json);
+  }
+  if (repair) return printRepair(session.console, *repair);
+  if (report.findings.empty() && session.console.interactive())
+    session.console.line(fmt::format("{} read, nothing found.", counted(report.files, "file", "files")));
+}
+
+void check(Session& session, bool repairs) {
+  const std::string folder = requireDataFolder(session.platform);
+  const CheckReport report = checked(session, folder);
+  if (!session.json) printFindings(session.console, report);
+  std::optional<Repair> done;
+  std::size_t left = report.findings.size();
+  if (repairs) {
+    done = repair(session, folder, report);
+    left = checkDataFolder(session.platform, folder, [](std::size_t, std::size_t) {}).findings.size();
+  }
+  printAll(session, folder, report, done, left);
+  if (left > 0)
+    couldNot(fmt::format("{} {} in {}.", counted(left, "problem", "problems"), repairs ? "left" : "found",
+                         counted(report.files, "file", "files")));
+}
+
+}  // namespace
+
+void addCheck(CLI::App& app, Invocation& invocation) {
+  auto repairs = std::make_shared<bool>(false);
+  CLI::App* command =
+      addCommand(app, invocation,
+                 {"check", "Read every file of the data folder and tell what is wrong", "tallyvane check --repair"},
+                 [repairs](Session& session) { check(session, *repairs); });
+  command->add_flag("--repair", *repairs,
+                    "Take doubles off the lists, and ask where bills in no list belong; copies the folder first");
+}
+
+}  // namespace tallyvane::cli

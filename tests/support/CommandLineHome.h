@@ -1,0 +1,47 @@
+// A home folder of the test's own, and the command line as built, run in it as its own process.
+#pragma once
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+#include "support/ChildProcess.h"
+#include "support/TemporaryFolder.h"
+
+namespace tallyvane::testing {
+
+struct Said {
+  int status;
+  std::string text;  ///< on both streams
+};
+
+class CommandLineHome {
+ public:
+  /// May be called by several threads at once.
+  Said run(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), TALLYVANE_BUILD_FOLDER "/bin/tallyvane");
+    const std::string output = folder.path + "/output-" + std::to_string(++runs_);
+    ChildProcess process(std::move(arguments), variables(), output);
+    const int status = process.ended(std::chrono::minutes{2}).value_or(-1);
+    Said said{status, process.said()};
+    std::filesystem::remove(output);
+    return said;
+  }
+
+  TemporaryFolder folder;
+  const std::string data = folder.path + "/share";
+  const std::string config = folder.path + "/config";
+  const std::string state = folder.path + "/state";
+  const std::string dataFolder = data + "/Tallyvane/Tallyvane.tvdata";
+
+ private:
+  [[nodiscard]] std::vector<std::string> variables() const {
+    return {"PATH=/usr/bin:/bin",      "HOME=" + folder.path,
+            "LANG=en_US.UTF-8",        "TZ=America/New_York",
+            "XDG_DATA_HOME=" + data,   "XDG_CONFIG_HOME=" + config,
+            "XDG_STATE_HOME=" + state, "XDG_CONFIG_DIRS=" + folder.path + "/none"};
+  }
+  std::atomic<int> runs_ = 0;
+};
+
+}  // namespace tallyvane::testing
