@@ -9,10 +9,13 @@ struct QMDataCompressor::Stream {
   int ready = Z_STREAM_ERROR;
 };
 
-QMDataCompressor::QMDataCompressor() : stream_(std::make_unique<Stream>()) {
+std::string_view nameOf(ContentCoding coding) { return coding == ContentCoding::gzip ? "gzip" : "deflate"; }
+
+QMDataCompressor::QMDataCompressor(ContentCoding coding) : stream_(std::make_unique<Stream>()) {
+  const int window = coding == ContentCoding::gzip ? zlib::gzipWindow : zlib::zlibWindow;
   constexpr int usualMemory = 8;
-  stream_->ready = deflateInit2(&stream_->state, Z_DEFAULT_COMPRESSION, Z_DEFLATED, zlib::gzipWindow, usualMemory,
-                                Z_DEFAULT_STRATEGY);
+  stream_->ready =
+      deflateInit2(&stream_->state, Z_DEFAULT_COMPRESSION, Z_DEFLATED, window, usualMemory, Z_DEFAULT_STRATEGY);
 }
 
 QMDataCompressor::~QMDataCompressor() {
@@ -20,7 +23,7 @@ QMDataCompressor::~QMDataCompressor() {
 }
 
 Result<std::string> QMDataCompressor::compressBytes(std::string_view bytes, bool isLast) {
-  if (stream_->ready != Z_OK) return Error{"zlib has no memory"};
+  if (stream_->ready != Z_OK) return Error{"cannot be compressed for want of memory"};
   std::string packed;
   zlib::feed(stream_->state, bytes);
   int status = Z_OK;
@@ -32,13 +35,13 @@ Result<std::string> QMDataCompressor::compressBytes(std::string_view bytes, bool
   return packed;
 }
 
-Result<std::string> QMDataCompressor::compressData(std::string_view bytes) {
-  return QMDataCompressor().compressBytes(bytes, true);
+Result<std::string> QMDataCompressor::compressData(std::string_view bytes, ContentCoding coding) {
+  return QMDataCompressor(coding).compressBytes(bytes, true);
 }
 
 Result<std::uint64_t> QMDataCompressor::compressDataFromFileToFile(FileStore& files, const std::string& from,
-                                                                   const std::string& temporary) {
-  QMDataCompressor compressor;
+                                                                   const std::string& temporary, ContentCoding coding) {
+  QMDataCompressor compressor(coding);
   std::uint64_t written = 0;
   for (std::uint64_t position = 0;;) {
     const Result<std::string> piece = files.readPart(from, position, zlib::pieceSize);

@@ -29,7 +29,7 @@ bool QMDataDecompressor::begin(int window) {
 bool QMDataDecompressor::isFinished() const { return stream_->isFinished; }
 
 Result<std::string> QMDataDecompressor::uncompressBytes(std::string_view bytes) {
-  if (!stream_->isOpen) return Error{"zlib has no memory"};
+  if (!stream_->isOpen) return Error{"cannot be unpacked for want of memory"};
   constexpr std::size_t headerBytes = 2;
   if (!stream_->hasBegun) {
     stream_->front += bytes;

@@ -1,9 +1,11 @@
 // Section 1 of QMFormDataRequest: what is posted.
 #include "net/QMFormDataRequest.h"
 
-#include <array>
-#include <charconv>
+#include <fmt/format.h>
+
 #include <utility>
+
+#include "schedule/DateDescription.h"
 
 namespace tallyvane {
 
@@ -11,20 +13,13 @@ namespace {
 
 constexpr const char* unknownType = "application/octet-stream";
 
-/// The shortest that reads back equal.
-std::string digitsOf(double real) {
-  constexpr std::size_t longest = 32;
-  std::array<char, longest> digits{};
-  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), real);
-  return {digits.data(), end};
-}
-
-/// Texts as they are, numbers in digits, 1 and 0 for a bool.
+/// Texts as they are, numbers in up to 16 significant digits, 1 and 0 for a bool, dates in UTC.
 std::string textForm(const Value& value) {
   if (const auto* text = value.get<std::string>()) return *text;
   if (const auto* number = value.get<std::int64_t>()) return std::to_string(*number);
   if (const auto* boolean = value.get<bool>()) return *boolean ? "1" : "0";
-  if (const auto* real = value.get<double>()) return digitsOf(*real);
+  if (const auto* real = value.get<double>()) return fmt::format("{:.16g}", *real);
+  if (const auto* date = value.get<Date>()) return dateDescription(*date);
   return {};
 }
 

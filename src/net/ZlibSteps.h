@@ -10,7 +10,8 @@
 namespace tallyvane::zlib {
 
 inline constexpr std::size_t pieceSize = std::size_t{64} << 10;
-inline constexpr int gzipWindow = 15 + 16;        ///< the largest window, in a gzip stream
+inline constexpr int zlibWindow = 15;             ///< the largest window, in a zlib stream
+inline constexpr int gzipWindow = 15 + 16;        ///< the same in a gzip stream
 inline constexpr int anyWrappedWindow = 15 + 32;  ///< a gzip or a zlib stream, whichever comes
 inline constexpr int rawWindow = -15;             ///< neither header nor check sum
 

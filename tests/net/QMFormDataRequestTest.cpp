@@ -38,6 +38,21 @@ TEST_F(Forms, TextsAreEscapedInTheOrderAdded) {
   EXPECT_EQ(form->postBody(), "a=1&b=x%20y%26z");
 }
 
+TEST_F(Forms, ValuesAreSentByTheirDescriptions) {
+  const Date date = std::chrono::sys_days{std::chrono::year{2027} / 3 / 10} + std::chrono::hours{17};
+  const std::pair<Value, const char*> cases[] = {{-7, "-7"},
+                                                 {true, "1"},
+                                                 {2.5, "2.5"},
+                                                 {0.1 + 0.2, "0.3"},
+                                                 {1e5, "100000"},
+                                                 {1e15, "1000000000000000"},
+                                                 {date, "2027-03-10 17:00:00 +0000"}};
+  for (const auto& [value, text] : cases) {
+    form->setPostValueForKey(value, "k");
+    EXPECT_EQ(form->postData().back().value, text);
+  }
+}
+
 TEST_F(Forms, EscapingLeavesOnlyLettersDigitsAndThreeMarks) {
   const std::string plain = "abzABZ019-._";
   EXPECT_EQ(form->encodeURL(plain), plain);
@@ -81,7 +96,6 @@ TEST_F(Forms, OneTextAloneInPartsHasNoSeparatorBehindIt) {
 
 TEST_F(Forms, FilesTurnItIntoPartsThatAreGatheredOnDisk) {
   form->addPostValueForKey(2.5, "n");
-  form->addPostValueForKey(true, "t");
   form->addFileForKey("/f/a.pdf", "receipt");
   form->addDataForKey("raw", "d\"q");
   form->addFileWithFileNameAndContentTypeForKey("/f/a.pdf", "b", "text/x", "e");
@@ -91,7 +105,7 @@ TEST_F(Forms, FilesTurnItIntoPartsThatAreGatheredOnDisk) {
   EXPECT_EQ(form->postFormat, QMFormDataRequest::PostFormat::multipart);
   const std::string b = contentType().substr(contentType().find("0xKh"));
   const std::string next = "\r\n--" + b + "\r\nContent-Disposition: form-data; name=\"";
-  EXPECT_EQ(body, next.substr(2) + "n\"\r\n\r\n2.5" + next + "t\"\r\n\r\n1" + next +
+  EXPECT_EQ(body, next.substr(2) + "n\"\r\n\r\n2.5" + next +
                       "receipt\"; filename=\"a.pdf\"\r\nContent-Type: application/pdf\r\n\r\nPDF\r\n%" + next +
                       "d\"q\"; filename=\"file\"\r\nContent-Type: application/octet-stream\r\n\r\nraw" + next +
                       "e\"; filename=\"b\"\r\nContent-Type: text/x\r\n\r\nPDF\r\n%\r\n--" + b + "--\r\n");
@@ -142,7 +156,7 @@ TEST_F(Forms, WhateverFailsOnDiskFailsTheRequestAndLeavesNoFileBehind) {
     FailingFileStore failing(desktop.files, call);
     const Platform platform = desktop.over(failing);
     form = QMFormDataRequest::requestWithURL(platform, "https://mail/send");
-    form->shouldCompressRequestBody = true;
+    form->requestBodyCoding = ContentCoding::gzip;
     form->addFileForKey("/f/a.pdf", "k");
     form->startSynchronous();
     form.reset();

@@ -1,15 +1,15 @@
 #include "net/QMHTTPRequest.h"
 
-#include <gmock/gmock.h>
-
 #include "net/HeaderNames.h"
-#include "net/QMDataCompressor.h"
+#include "support/Compression.h"
 #include "support/Fakes.h"
 
 namespace tallyvane::testing {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::SizeIs;
 using Kind = HttpFailure::Kind;
 
 struct Requests : ::testing::Test, QMHTTPRequestDelegate {
@@ -29,15 +29,32 @@ struct Requests : ::testing::Test, QMHTTPRequestDelegate {
   std::shared_ptr<QMHTTPRequest> request;
 };
 
-TEST_F(Requests, AnyWholeAnswerFinishesARequest) {
-  for (const int status : {200, 302, 404, 500}) {
+TEST_F(Requests, AnyWholeAnswerFinishesARequestUnpackedWhereThatIsPossible) {
+  const std::string packed = packedBy(31, "well packed");
+  const std::string flood = packedBy(31, std::string(QMDataDecompressor::maximumBytes + 1, 'x'));
+  const struct {
+    int status;
+    const char* coding;
+    std::string body;
+    std::string seen;
+    const char* fault = nullptr;
+  } cases[] = {{200, "", "text", "text"},
+               {404, "GZIP", packed, "well packed"},
+               {302, "br", packed, packed},
+               {500, "gzip", packed.substr(0, 20), packed.substr(0, 20), "ends in the middle"},
+               {200, "deflate", "\xff\xff", "\xff\xff", "is not well compressed"},
+               {200, "gzip", flood, flood, "holds too much"}};
+  for (const auto& c : cases) {
     renew();
-    desktop.http.outcome = HttpAnswer{status, {{"X", "y"}}, "text"};
+    desktop.log.diagnostics.clear();
+    desktop.http.outcome = HttpAnswer{c.status, {{"content-encoding", c.coding}}, c.body};
     request->startSynchronous();
     EXPECT_THAT(told, ElementsAre("delegate: finished", "completed"));
-    EXPECT_EQ(request->responseStatusCode(), status);
-    EXPECT_EQ(request->responseData(), "text");
+    EXPECT_EQ(request->responseStatusCode(), c.status);
+    EXPECT_TRUE(request->responseData() == c.seen) << c.body.substr(0, 20);
     EXPECT_FALSE(request->error());
+    EXPECT_THAT(desktop.log.diagnostics, SizeIs(c.fault == nullptr ? 0U : 1U));
+    for (const std::string& diagnostic : desktop.log.diagnostics) EXPECT_THAT(diagnostic, HasSubstr(c.fault));
   }
 }
 
@@ -65,7 +82,10 @@ TEST_F(Requests, EachFailureHasItsCodeAndItsText) {
 
 TEST_F(Requests, OneThatNobodyHoldsLivesUntilItsBlockHasRunOnTheMainQueue) {
   const auto captured = std::make_shared<int>(0);
-  request->setCompletionBlock([this, captured] { told.emplace_back("completed"); });
+  request->setCompletionBlock([this, captured, inside = request.get()] {
+    inside->cancel();
+    told.emplace_back(inside->error() ? "cancelled" : "completed");
+  });
   const std::weak_ptr<QMHTTPRequest> watched = request;
   request->startAsynchronous();
   request.reset();
@@ -114,18 +134,17 @@ TEST_F(Requests, WhatIsSetReachesTheNetwork) {
   EXPECT_EQ(desktop.http.sent.at(0), "some bytes");
 }
 
-TEST_F(Requests, PackedAnswersAreUnpackedAndBrokenOnesFail) {
-  const std::string packed = *QMDataCompressor::compressData(std::string(100'000, 'x'));
-  const HttpHeaders gzip{{"content-encoding", "GZIP"}};
-  desktop.http.outcome = HttpAnswer{200, gzip, packed};
-  request->startSynchronous();
-  EXPECT_EQ(request->responseData(), std::string(100'000, 'x'));
-  for (const std::string& broken : {packed.substr(0, packed.size() / 2), std::string("text")}) {
+TEST_F(Requests, BodiesArePackedAsAskedInMemoryAndOnDisk) {
+  for (const bool isGzip : {true, false, true, false}) {
     renew();
-    desktop.http.outcome = HttpAnswer{200, gzip, broken};
+    request->requestBodyCoding = isGzip ? ContentCoding::gzip : ContentCoding::deflate;
+    request->shouldStreamPostDataFromDisk = desktop.http.sent.size() >= 2;
+    request->appendPostData("some bytes");
     request->startSynchronous();
-    ASSERT_TRUE(request->error()) << broken.size();
-    EXPECT_EQ(request->error()->description, "A connection failure occurred");
+    const std::string& sent = desktop.http.sent.back();
+    EXPECT_EQ(headerValue(desktop.http.exchanges.back().headers, "Content-Encoding"), isGzip ? "gzip" : "deflate");
+    EXPECT_TRUE(sent.starts_with(isGzip ? "\x1f\x8b" : "\x78\x9c"));
+    EXPECT_EQ(*QMDataDecompressor::uncompressData(sent), "some bytes");
   }
 }
 
