@@ -1,18 +1,14 @@
 // Requests to a real server.
 
-#include <gmock/gmock.h>
-
-#include <future>
-
-#include "freedesktop/InstalledMailSettings.h"
-#include "freedesktop/PosixFileStore.h"
-#include "support/HttpHosts.h"
+#include "freedesktop/http/CurlTransport.h"
 #include "support/HttpTransfers.h"
+#include "support/SilentPort.h"
+#include "support/UnansweredLookups.h"
 
 namespace tallyvane::testing {
 namespace {
 
-TEST_F(HttpTransportTest, AnFormArrivesExactlyAsItWasSent) {
+TEST_F(HttpTransportTest, AFormArrivesExactlyAsItWasSent) {
   exchange.headers = {{"Content-Type", "application/x-www-form-urlencoded; charset=utf-8"},
                       {"X-Injected", "a\r\nX-Evil: b"}};
   EXPECT_EQ(post(server.url("/mailer/send"), "a=1&b=x%20y%26z"), "200 fine");
@@ -22,23 +18,22 @@ TEST_F(HttpTransportTest, AnFormArrivesExactlyAsItWasSent) {
 }
 
 TEST_F(HttpTransportTest, EachPeerHasItsOutcome) {
-  const struct {
-    std::string url;
-    const char* said;
-  } cases[] = {{server.url("/500"), "500 Unauthorized: no such key"},
-               {server.url("/half"), "connectionBroke"},
-               {server.url("/circle"), "302 "},
-               {server.url("/downgrade"), "cannotConnect"},
-               {server.url("/cookie"), "200 Cookie: taste=sweet"},
-               {server.url("/cookies"), "200 "},
-               {server.url("/guarded"), "authentication"},
-               {on(server.https), "connectionBroke"},
-               {on(server.closing), "connectionBroke"},
-               {"https" + on(server.closing).substr(4), "cannotConnect"},
-               {on(1), "cannotConnect"},
-               {"ftp://127.0.0.1/", "cannotConnect"},
-               {"", "cannotConnect"}};
-  for (const auto& c : cases) EXPECT_EQ(get(c.url), c.said) << c.url << " " << reason;
+  const std::pair<std::string, const char*> cases[] = {{server.url("/500"), "500 Unauthorized: no such key"},
+                                                       {server.url("/half"), "connectionBroke"},
+                                                       {server.url("/hello"), "connectionBroke"},
+                                                       {server.url("/circle"), "302 "},
+                                                       {server.url("/downgrade"), "cannotConnect"},
+                                                       {server.url("/cookie"), "200 Cookie: taste=sweet"},
+                                                       {server.url("/cookies"), "200 "},
+                                                       {server.url("/guarded"), "authentication"},
+                                                       {on(server.https), "connectionBroke"},
+                                                       {on(server.closing), "connectionBroke"},
+                                                       {"https" + on(server.closing).substr(4), "cannotConnect"},
+                                                       {on(1), "cannotConnect"},
+                                                       {"ftp://127.0.0.1/", "cannotConnect"},
+                                                       {"", "cannotConnect"}};
+  for (const auto& [url, said] : cases) EXPECT_EQ(get(url), said) << url << " " << reason;
+  EXPECT_EQ(get(server.url("/huge")).size(), std::string("200 ").size() + CurlTransport::keptBodyBytes);
   settings.content.certificates.clear();
   LoadedHttpTransport trustsTheSystem(TALLYVANE_HTTP_MODULE, settings);
   exchange.url = server.url("/mailer/send");
@@ -61,22 +56,35 @@ TEST_F(HttpTransportTest, CredentialsAreGivenWhereTheyAreAskedFor) {
 }
 
 TEST_F(HttpTransportTest, OnlyStandingStillTimesOut) {
-  exchange.timeOutSeconds = 0.4;
-  EXPECT_EQ(get(server.url("/silence")), "timedOut");
+  exchange.timeOutSeconds = 0.6;
+  const SilentPort silent;
+  for (const std::string& url : {server.url("/silence"), "https" + on(silent.number()).substr(4)}) {
+    EXPECT_EQ(get(url), "timedOut") << url;
+  }
   EXPECT_EQ(get(server.url("/trickle")), "200 xxxxxxxx");
   const auto begin = std::chrono::steady_clock::now();
   EXPECT_EQ(post(server.url("/mailer/send"), std::string(20'000, 'b'), 25'000), "200 fine");
-  EXPECT_GT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds{400});
+  EXPECT_GT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds{600});
+  ::setenv("https_proxy", on(server.slowProxy, "").c_str(), 1);
+  EXPECT_EQ(get(server.url("/mailer/send")), "200 fine");
 }
 
 TEST_F(HttpTransportTest, AStopEndsAnExchangeThatWaits) {
-  std::stop_source stop;
-  exchange.stop = stop.get_token();
-  exchange.timeOutSeconds = 60;
-  auto said = std::async(std::launch::async, [&] { return get(server.url("/silence")); });
-  while (server.requests().empty()) std::this_thread::yield();
-  stop.request_stop();
-  EXPECT_EQ(said.get(), "cancelled");
+  exchange.timeOutSeconds = 600;
+  const std::pair<std::string, std::function<bool()>> cases[] = {
+      {server.url("/silence"), [&] { return !server.requests().empty(); }},
+      {"https://" + std::string(UnansweredLookups::name), [] { return UnansweredLookups::hasBegun.load(); }}};
+  for (const auto& [url, waits] : cases) {
+    std::stop_source stop;
+    exchange.stop = stop.get_token();
+    std::future<std::string> said;  // ends after the lookup, whatever becomes of the test
+    const UnansweredLookups held;
+    said = std::async(std::launch::async, [this, target = url] { return get(target); });
+    while (!waits()) std::this_thread::yield();
+    stop.request_stop();
+    ASSERT_EQ(said.wait_for(std::chrono::seconds{60}), std::future_status::ready) << url;
+    EXPECT_EQ(said.get(), "cancelled");
+  }
 }
 
 TEST_F(HttpTransportTest, AConnectionClosedWhileSendingBreaksTheExchangeAndNotTheProgram) {
@@ -91,10 +99,15 @@ TEST_F(HttpTransportTest, ProxiesOfTheEnvironmentAreUsed) {
   EXPECT_EQ(get(server.url("/mailer/send")), "200 fine");
   EXPECT_THAT(server.proxied(), EndsWith("HTTP/1.1\n"));
   ::unsetenv("no_proxy");
-  ::setenv("https_proxy", on(server.guardedProxy, "").c_str(), 1);
-  EXPECT_EQ(get(server.url("/mailer/send")), "authentication");
-  ::setenv("https_proxy", on(1, "").c_str(), 1);
-  EXPECT_EQ(get(server.url("/mailer/send")), "cannotConnect");
+  const std::string socks = "127.0.0.1:" + std::to_string(server.socksProxy);
+  const std::pair<std::string, const char*> cases[] = {
+      {on(server.guardedProxy, ""), "authentication"},    {on(server.refusingProxy, ""), "cannotConnect"},
+      {on(server.closing, ""), "cannotConnect"},          {"socks5h://" + socks, "cannotConnect"},
+      {"socks5h://ada:wrong@" + socks, "authentication"}, {on(1, ""), "cannotConnect"}};
+  for (const auto& [proxy, said] : cases) {
+    ::setenv("https_proxy", proxy.c_str(), 1);
+    EXPECT_EQ(get(server.url("/mailer/send")), said) << proxy << " " << reason;
+  }
 }
 
 TEST(NetworkModule, OnlyOneInATrustedPlaceIsLoaded) {

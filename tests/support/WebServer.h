@@ -15,8 +15,8 @@ class WebServer {
  public:
   WebServer() {
     std::istringstream ports(ready_.nextText());
-    ports >> https >> http >> proxy >> guardedProxy >> closing;
-    if (closing == 0) throw std::runtime_error("the web server does not start: " + program_.said());
+    ports >> https >> http >> closing >> proxy >> guardedProxy >> refusingProxy >> slowProxy >> socksProxy;
+    if (socksProxy == 0) throw std::runtime_error("the web server does not start: " + program_.said());
     for (const char* name : {"http_proxy", "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY", "no_proxy"}) {
       ::unsetenv(name);
     }
@@ -32,9 +32,12 @@ class WebServer {
   TemporaryFolder folder;
   int https = 0;
   int http = 0;
-  int proxy = 0;
-  int guardedProxy = 0;
   int closing = 0;
+  int proxy = 0;
+  int guardedProxy = 0;   ///< wants a password
+  int refusingProxy = 0;  ///< forbids every connection
+  int slowProxy = 0;      ///< takes most of a second to say yes, byte by byte
+  int socksProxy = 0;     ///< refuses, whoever asks
 
  private:
   NamedPipe ready_{folder.path + "/ports"};

@@ -1,9 +1,9 @@
 """A web service for tests, on the loopback interface, with a certificate of its own.
 
-web_server.py FOLDER  listens on free ports and writes them to the pipe FOLDER/ports: https, http, and two proxies, of
-which the second wants a password, and one that closes every connection at once. Its certificate is FOLDER/certificate.pem. Every request that has been read whole is
-added to FOLDER/requests as it came, with a line "====" behind it; a proxy adds the line of each request to
-FOLDER/proxied. The path of a request says what becomes of it, see ANSWERS. It ends when it is killed.
+web_server.py FOLDER  listens on free ports and writes them to the pipe FOLDER/ports in the order of `ports`: web
+servers, one that closes every connection at once, and proxies. Its certificate is FOLDER/certificate.pem. Every request
+that has been read whole is added to FOLDER/requests as it came, with a line "====" behind it; a proxy adds the line of
+each request to FOLDER/proxied. The path of a request says what becomes of it, see ANSWERS. It ends when it is killed.
 """
 import gzip
 import os
@@ -45,6 +45,14 @@ def half(connection, head):
     connection.sendall(b"HTTP/1.1 200 X\r\nContent-Length: 100\r\n\r\nonly a part")
 
 
+def no_http(connection, head):
+    connection.sendall(b"hello\r\n")
+
+
+def huge(connection, head):
+    answer(connection, 200, bytes(65 << 20))
+
+
 def trickle(connection, head):
     connection.sendall(b"HTTP/1.1 200 X\r\nContent-Length: 8\r\n\r\n")
     for _ in range(8):
@@ -79,6 +87,8 @@ ANSWERS = {
     "/500": text(500, b"Unauthorized: no such key"),
     "/silence": silence,
     "/half": half,
+    "/hello": no_http,
+    "/huge": huge,
     "/trickle": trickle,
     "/moved": redirect(302, "/mailer/send"),
     "/kept": redirect(307, "/mailer/send"),
@@ -129,17 +139,30 @@ def pump(source, target):
     target.close()
 
 
-def serve_proxy(connection, wants_password):
+def serve_proxy(connection, refusal=None, pause=0):
     head, _ = read_head(connection)
     line = head.split(b"\r\n")[0]
     add("proxied", line + b"\n")
-    if wants_password:
-        return answer(connection, 407, b"", 'Proxy-Authenticate: Basic realm="way out"')
+    if refusal:
+        return answer(connection, refusal, b"", 'Proxy-Authenticate: Basic realm="way out"')
     host, port = line.split(b" ")[1].decode().split(":")
     target = socket.create_connection((host, int(port)))
-    connection.sendall(b"HTTP/1.1 200 X\r\n\r\n")
+    for byte in b"HTTP/1.1 200 X\r\n\r\n":
+        time.sleep(pause)
+        connection.sendall(bytes([byte]))
     threading.Thread(target=pump, args=(target, connection), daemon=True).start()
     pump(connection, target)
+
+
+def refuse_socks(connection):
+    if 2 in connection.recv(100)[2:]:  # the client has a name and a password, and may try them
+        connection.sendall(b"\5\2")
+        connection.recv(1000)
+        connection.sendall(b"\1\1")
+    else:
+        connection.sendall(b"\5\0")
+        connection.recv(1000)
+        connection.sendall(b"\5\2\0\1\0\0\0\0\0\0")
 
 
 def handle(serve, connection, wrap):
@@ -177,9 +200,12 @@ context.load_cert_chain(certificate, key)
 ports = {
     "https": listen(serve_request, lambda connection: context.wrap_socket(connection, server_side=True)),
     "http": listen(serve_request),
-    "proxy": listen(lambda connection: serve_proxy(connection, False)),
-    "guarded": listen(lambda connection: serve_proxy(connection, True)),
     "closing": listen(close_at_once),
+    "proxy": listen(serve_proxy),
+    "guarded": listen(lambda connection: serve_proxy(connection, refusal=407)),
+    "refusing": listen(lambda connection: serve_proxy(connection, refusal=403)),
+    "slow": listen(lambda connection: serve_proxy(connection, pause=0.05)),
+    "socks": listen(refuse_socks),
 }
 with open(folder + "/ports", "w") as pipe:
     pipe.write(" ".join(str(port) for port in ports.values()) + "\n")

@@ -15,6 +15,10 @@ namespace {
 constexpr long mostRedirects = 10;
 constexpr const char* secure = "https";
 constexpr const char* anyWeb = "http,https";
+constexpr long unauthorized = 401;
+constexpr long proxyAuthentication = 407;
+
+long milliseconds(std::chrono::duration<double> time) { return static_cast<long>(std::ceil(time.count() * 1000)); }
 
 bool isSecure(std::string_view url) { return ::strncasecmp(std::string(url).c_str(), "https:", 6) == 0; }
 
@@ -53,7 +57,11 @@ void Exchange::setUp(const std::string& certificates) {
   ::curl_easy_setopt(easy, CURLOPT_MAXREDIRS, mostRedirects);
   ::curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, isSecure(exchange_.url) ? secure : anyWeb);
   ::curl_easy_setopt(easy, CURLOPT_COOKIEFILE, "");  // an engine for cookies that starts with none
-  ::curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(std::ceil(patience().count() * 1000)));
+  ::curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, milliseconds(patience()));
+  // A lookup that gets no answer goes on in its thread and is not waited for: this module is never unloaded.
+  ::curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
+  ::curl_easy_setopt(easy, CURLOPT_PREREQFUNCTION, noteAsking);
+  ::curl_easy_setopt(easy, CURLOPT_PREREQDATA, this);
   ::curl_easy_setopt(easy, CURLOPT_SSLVERSION, long{CURL_SSLVERSION_TLSv1_2});
   if (!certificates.empty()) ::curl_easy_setopt(easy, CURLOPT_CAINFO, certificates.c_str());
   if (!exchange_.userName.empty()) {
@@ -118,13 +126,16 @@ HttpOutcome Exchange::perform() {
   return outcome(code);
 }
 
-/// Sockets are waited for, never the clock alone, so that a stop wakes it and a slow transfer counts as moving.
+/// Sockets are waited for, never the clock alone, so that a stop wakes it and a slow transfer counts as moving. The
+/// time to connect starts short, because of it half goes to the first of several addresses, and grows with each move:
+/// the way through a proxy may be slow.
 Exchange::End Exchange::run() {
   using Clock = std::chrono::steady_clock;
   using Milliseconds = std::chrono::milliseconds;
   const std::stop_callback wake(exchange_.stop, [this] { ::curl_multi_wakeup(multi_.get()); });
   const auto limit = std::chrono::duration_cast<Clock::duration>(patience());
-  Clock::time_point lastMove = Clock::now();
+  const Clock::time_point begin = Clock::now();
+  Clock::time_point lastMove = begin;
   for (int running = 1;;) {
     if (exchange_.stop.stop_requested()) return End::cancelled;
     if (::curl_multi_perform(multi_.get(), &running) != CURLM_OK || running == 0) return End::whole;
@@ -134,6 +145,7 @@ Exchange::End Exchange::run() {
                       &ready);
     if (hasMoved(ready)) {
       lastMove = Clock::now();
+      ::curl_easy_setopt(easy_.get(), CURLOPT_CONNECTTIMEOUT_MS, milliseconds(lastMove - begin + patience()));
     } else if (Clock::now() - lastMove >= limit) {
       return exchange_.stop.stop_requested() ? End::cancelled : End::timedOut;
     }
@@ -167,8 +179,6 @@ HttpOutcome Exchange::outcome(CURLcode code) {
   // Where redirecting ends without arriving, the last response is whole all the same.
   if (code != CURLE_OK && code != CURLE_TOO_MANY_REDIRECTS) return failure(code);
   answer_.status = static_cast<int>(number(CURLINFO_RESPONSE_CODE));
-  constexpr int unauthorized = 401;
-  constexpr int proxyAuthentication = 407;
   if (answer_.status == unauthorized || answer_.status == proxyAuthentication) {
     return HttpFailure{HttpFailure::Kind::authenticationNeeded,
                        exchange_.url + ": answered " + std::to_string(answer_.status)};
@@ -177,37 +187,38 @@ HttpOutcome Exchange::outcome(CURLcode code) {
 }
 
 HttpFailure Exchange::failure(CURLcode code) const {
-  using Kind = HttpFailure::Kind;
-  const std::string reason =
-      exchange_.url + ": " + (error_[0] != '\0' ? std::string(error_) : std::string(::curl_easy_strerror(code)));
-  if (!bodyError_.empty()) return {Kind::bodyUnreadable, bodyError_};
-  constexpr long proxyAuthentication = 407;
-  if (number(CURLINFO_HTTP_CONNECTCODE) == proxyAuthentication) return {Kind::authenticationNeeded, reason};
-  switch (code) {
-    case CURLE_UNSUPPORTED_PROTOCOL:
-    case CURLE_URL_MALFORMAT:
-    case CURLE_COULDNT_RESOLVE_PROXY:
-    case CURLE_COULDNT_RESOLVE_HOST:
-    case CURLE_COULDNT_CONNECT:
-    case CURLE_SSL_CONNECT_ERROR:
-    case CURLE_PEER_FAILED_VERIFICATION:
-    case CURLE_SSL_CACERT_BADFILE:
-    case CURLE_FAILED_INIT:
-    case CURLE_OUT_OF_MEMORY:
-      return {Kind::cannotConnect, reason};
-    case CURLE_LOGIN_DENIED:
-      return {Kind::authenticationNeeded, reason};
-    case CURLE_OPERATION_TIMEDOUT:
-      return {Kind::timedOut, reason};
-    default:
-      return {Kind::connectionBroke, reason};
-  }
+  const char* text = error_[0] != '\0' ? error_ : ::curl_easy_strerror(code);
+  return {kindOf(code), bodyError_.empty() ? exchange_.url + ": " + text : bodyError_};
 }
+
+HttpFailure::Kind Exchange::kindOf(CURLcode code) const {
+  using Kind = HttpFailure::Kind;
+  if (!bodyError_.empty()) return Kind::bodyUnreadable;
+  if (wantsCredentials(code)) return Kind::authenticationNeeded;
+  if (code == CURLE_OPERATION_TIMEDOUT) return Kind::timedOut;
+  return wasAsked() ? Kind::connectionBroke : Kind::cannotConnect;
+}
+
+bool Exchange::wantsCredentials(CURLcode code) const {
+  const long socks = number(CURLINFO_PROXY_ERROR);
+  return code == CURLE_LOGIN_DENIED || number(CURLINFO_HTTP_CONNECTCODE) == proxyAuthentication ||
+         socks == CURLPX_NO_AUTH || socks == CURLPX_USER_REJECTED;
+}
+
+/// Whether there was a connection, through all proxies and with all its keys, over which the request could go out. A
+/// redirect needs one anew.
+bool Exchange::wasAsked() const { return askedHop_ == number(CURLINFO_REDIRECT_COUNT); }
 
 long Exchange::number(CURLINFO info) const {
   long value = 0;
   ::curl_easy_getinfo(easy_.get(), info, &value);
   return value;
+}
+
+int Exchange::noteAsking(void* self, char*, char*, int, int) {
+  auto& exchange = *static_cast<Exchange*>(self);
+  exchange.askedHop_ = exchange.number(CURLINFO_REDIRECT_COUNT);
+  return CURL_PREREQFUNC_OK;
 }
 
 std::size_t Exchange::readBody(char* buffer, std::size_t size, std::size_t count, void* self) {
@@ -227,11 +238,14 @@ int Exchange::rewindBody(void* self, curl_off_t offset, int origin) {
   return CURL_SEEKFUNC_OK;
 }
 
+/// What is too long to be kept is read to its end all the same: only so is a whole response told from a broken one.
 std::size_t Exchange::takeBody(const char* bytes, std::size_t size, std::size_t count, void* self) {
-  std::string& body = static_cast<Exchange*>(self)->answer_.body;
-  if (body.size() + size * count > CurlTransport::maximumAnswerBytes) return 0;  // which curl takes for a failure
-  body.append(bytes, size * count);
-  return size * count;
+  auto& exchange = *static_cast<Exchange*>(self);
+  std::string& body = exchange.answer_.body;
+  const std::size_t length = size * count;
+  body.append(bytes, std::min(length, CurlTransport::keptBodyBytes - body.size()));
+  exchange.received_ += length;
+  return exchange.received_ <= CurlTransport::maximumBodyBytes ? length : 0;  // which curl takes for a failure
 }
 
 /// Every response of the exchange passes here, those of proxies and before redirects too; the last one stays.
