@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "foundation/Texts.h"
 #include "freedesktop/PosixPaths.h"
 
 namespace tallyvane {
@@ -16,7 +17,7 @@ std::optional<std::string> InstalledResources::text(std::string_view name) {
   const std::optional<std::string> path = find("Contents/Resources", name);
   if (!path) return std::nullopt;
   Result<std::string> content = files_.read(*path);
-  return content ? std::optional<std::string>(std::move(*content)) : std::nullopt;
+  return content && isValidUtf8(*content) ? std::optional<std::string>(std::move(*content)) : std::nullopt;
 }
 
 std::optional<std::string> InstalledResources::find(const std::string& folder, std::string_view name) {

@@ -10,7 +10,7 @@
 namespace tallyvane {
 
 /// Resources in the folders "pictures" (NAME.png) and "Contents/Resources" (texts) of the first of several folders that
-/// has them. A name that would lead out of its folder is none.
+/// has them. A name that would lead out of its folder is none, and so is a text that is not valid UTF-8.
 class InstalledResources : public Resources {
  public:
   InstalledResources(std::vector<std::string> folders, FileStore& files)
