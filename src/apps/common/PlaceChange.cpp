@@ -91,6 +91,8 @@ Result<> removeLeftover(const Platform& platform, const PlaceChange& change) {
 
 Result<> settle(const Platform& platform, const PlaceChange& change) {
   if (Result<> switched = switchSettings(platform, change.place); !switched) return switched;
+  // The folder at the usual place is made when it is asked for; at the user's own it is there or its disk is not.
+  (void)QMBillsLoader{platform}.tallyvaneDirectory();
   if (Result<> followed = haveReceiptsFollow(platform, change.to); !followed) return followed;
   if (Result<> removed = removeLeftover(platform, change); !removed) return removed;
   return platform.defaults.remove(key::PlaceChange);
@@ -148,10 +150,10 @@ std::string wholeFolderOf(const Platform& platform, const PlaceChange& change) {
 }
 
 Result<> finishPlaceChange(const Platform& platform, const PlaceChange& change) {
-  if (hasArrived(platform, change)) return settle(platform, change);
-  if (QMBillsLoader{platform}.tallyvaneDirectory() != change.from)
-    return Error{change.to + " is not there; connect the disk that it is on"};
-  return platform.defaults.remove(key::PlaceChange);
+  const bool isSwitched = QMBillsLoader{platform}.tallyvaneDirectory() != change.from;
+  if (!isSwitched && !hasArrived(platform, change)) return platform.defaults.remove(key::PlaceChange);
+  if (!platform.files.isFolder(change.to)) return Error{change.to + " is not there; connect the disk that it is on"};
+  return settle(platform, change);
 }
 
 }  // namespace tallyvane::programs

@@ -119,7 +119,7 @@ TEST_F(Safekeeping, AChangeOfPlaceThatWasKilledIsBroughtToItsEnd) {
       const std::string folder = nlohmann::json::parse(other.run({"location", "--json"}).out).at("folder");
       EXPECT_EQ(receiptIn(other, folder).rfind(folder, 0), 0U) << where;
       EXPECT_TRUE(other.desktop.files.exists(receiptIn(other, folder))) << where;
-      const bool isMove = c.change.size() < 4 || c.change.back() == "--dropbox";
+      const bool isMove = c.change.back() != "--copy" && c.change.back() != "--adopt";
       int folders = 0;
       for (const auto& [path, bytes] : other.desktop.files.content)
         folders += path.ends_with("/billindex.plist") ? 1 : 0;
