@@ -35,15 +35,16 @@ void eachOfRule(icalproperty* rule, const icaltimetype& first, const std::functi
   icalrecur_iterator_free(iterator);
 }
 
-void eachAddedDate(icalcomponent* vevent, const icaltimetype& first,
-                   const std::function<bool(const icaltimetype&)>& handle) {
+std::vector<icaltimetype> addedDates(icalcomponent* vevent, const icaltimetype& first) {
+  std::vector<icaltimetype> dates;
   for (icalproperty* added = icalcomponent_get_first_property(vevent, ICAL_RDATE_PROPERTY); added != nullptr;
        added = icalcomponent_get_next_property(vevent, ICAL_RDATE_PROPERTY)) {
     const icaldatetimeperiodtype value = icalproperty_get_rdate(added);
     icaltimetype start = icaltime_is_null_time(value.time) != 0 ? value.period.start : value.time;
     if (start.zone == nullptr) start.zone = first.zone;
-    if (icaltime_compare(start, first) != 0) handle(start);
+    if (icaltime_compare(start, first) != 0) dates.push_back(start);
   }
+  return dates;
 }
 
 }  // namespace
@@ -67,7 +68,8 @@ void eachRepetition(const std::vector<icalcomponent*>& all, icalcomponent* veven
   icalproperty* rule = icalcomponent_get_first_property(vevent, ICAL_RRULE_PROPERTY);
   if (rule == nullptr) handleKept(first);
   if (rule != nullptr) eachOfRule(rule, first, handleKept);
-  eachAddedDate(vevent, first, handleKept);
+  // All of them are read first: asking what is excluded moves the event's own place in its properties.
+  for (const icaltimetype& start : addedDates(vevent, first)) handleKept(start);
 }
 
 std::int64_t secondsOf(const icaltimetype& value) {

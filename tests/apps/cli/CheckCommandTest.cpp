@@ -26,8 +26,9 @@ struct CheckCommand : CliCommands {
   /// "kind file key" of each finding.
   std::vector<std::string> found() {
     const Outcome outcome = cli.run({"check", "--json"});
+    const auto report = nlohmann::json::parse(outcome.out);
     std::vector<std::string> all;
-    for (const auto& finding : nlohmann::json::parse(outcome.out).at("findings")) {
+    for (const auto& finding : report.at("findings")) {
       const auto text = [&](const char* key) { return finding.at(key).get<std::string>(); };
       all.push_back(text("kind") + " " + text("file") + " " + text("key"));
     }

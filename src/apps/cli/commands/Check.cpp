@@ -112,9 +112,9 @@ std::string copiedAside(const Platform& platform, const std::string& folder) {
   return copy;
 }
 
-/// Under the lock: what has found its place meanwhile is left there.
-Repair repaired(const Platform& platform, const std::string& folder, const std::vector<Choice>& choices) {
-  Repair repair;
+/// Under the lock: what has found its place meanwhile is left there. `repair` says what has been done so far.
+void makeRepair(const Platform& platform, const std::string& folder, const std::vector<Choice>& choices,
+                Repair& repair) {
   requireReadableData(platform);
   const std::string path = folder + "/" + std::string(billIndexName);
   Dictionary index = readPropertyListFile<Dictionary>(platform.files, platform.log, path).value_or(Dictionary());
@@ -125,11 +125,18 @@ Repair repaired(const Platform& platform, const std::string& folder, const std::
     enter(index, choice.list.key, choice.bid);
     repair.listed.push_back(choice);
   }
-  if (repair.doubles == 0 && repair.listed.empty()) return repair;
+  if (repair.doubles == 0 && repair.listed.empty()) return;
   repair.copy = copiedAside(platform, folder);
   QMBill{platform}.overWriteIndexFileWithDictionaryUpdatingKey(index, "");
   mirrorLists(platform);
-  return repair;
+}
+
+/// After a repair that failed its copy goes, unless the index could not be put back and the copy has the good one.
+void removeNeedlessCopy(FileStore& files, const std::string& folder, const std::string& copy) {
+  const std::string index = "/" + std::string(billIndexName);
+  const Result<std::string> now = files.read(folder + index);
+  const Result<std::string> before = files.read(copy + index);
+  if (now && before && *now == *before) (void)files.remove(copy);
 }
 
 void agree(const Platform& platform, const std::vector<Choice>& choices) {
@@ -141,10 +148,13 @@ Repair repair(Session& session, const std::string& folder, const CheckReport& re
   Repair done;
   session.write(
       [&] {
-        done = repaired(session.platform, folder, choices);
+        makeRepair(session.platform, folder, choices, done);
         agree(session.platform, done.listed);
       },
-      [&] { agree(session.platform, choices); });
+      [&] {
+        if (!done.copy.empty()) removeNeedlessCopy(session.platform.files, folder, done.copy);
+        agree(session.platform, choices);
+      });
   return done;
 }
 

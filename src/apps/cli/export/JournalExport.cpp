@@ -108,10 +108,8 @@ std::string journalOf(const Platform& platform, const std::vector<ListedBill>& b
   }
   std::stable_sort(transactions.begin(), transactions.end(),
                    [](const Transaction& left, const Transaction& right) { return left.day < right.day; });
-  std::string journal = "; Bills and payments of Tallyvane\ndecimal-mark .\n";
-  if (const std::string commodity = commodityOf(platform); !commodity.empty())
-    journal += "commodity 1000.00" + commodity + "\n";
-  journal += "\n" + accounts + leftOut;
+  std::string journal = "; Bills and payments of Tallyvane\ndecimal-mark .\ncommodity 1000.00" + commodityOf(platform) +
+                        "\n\n" + accounts + leftOut;
   for (const Transaction& transaction : transactions) journal += transaction.text;
   return journal;
 }
