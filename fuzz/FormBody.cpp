@@ -90,7 +90,7 @@ void formBody(std::string_view bytes) {
   const auto form = QMFormDataRequest::requestWithURL(desktop.platform, "https://mail.example/send");
   form->postFormat = (how & 1U) != 0 ? QMFormDataRequest::PostFormat::multipart : form->postFormat;
   form->shouldStreamPostDataFromDisk = (how & 2U) != 0;
-  form->shouldCompressRequestBody = (how & 4U) != 0;
+  if ((how & 4U) != 0) form->requestBodyCoding = (how & 64U) != 0 ? ContentCoding::deflate : ContentCoding::gzip;
   form->stringEncoding = static_cast<TextEncoding>((how >> 3U) % 6);
   for (std::size_t at = 1; at < bytes.size();) {
     const std::size_t end = std::min(bytes.find('\xFF', at), bytes.size());
@@ -101,7 +101,7 @@ void formBody(std::string_view bytes) {
   if (form->error()) return;  // of a file that is not there
   std::string body = form->postBody();
   require(form->postLength() == body.size(), "another length");
-  if (form->shouldCompressRequestBody && !body.empty()) {
+  if (form->requestBodyCoding && !body.empty()) {
     const Result<std::string> unpacked = QMDataDecompressor::uncompressData(body);
     require(static_cast<bool>(unpacked), "does not unpack: " + unpacked.error());
     body = *unpacked;
