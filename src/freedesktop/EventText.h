@@ -42,12 +42,12 @@ struct EventsOfText {
 /// Nothing when the text is not iCalendar.
 [[nodiscard]] std::optional<EventsOfText> eventsIn(const Region& region, const std::string& text);
 
-/// The repetitions that overlap the time from `from` to `to`; at most so many of each event as a day-by-day series has
-/// in three years. Events repeated more often than daily have none: nobody pays so often.
+/// The repetitions that overlap the time from `from` to `to`, among the first 60,000 of each event. Events repeated
+/// more often than daily have none: nobody pays so often.
 [[nodiscard]] std::vector<PlacedEvent> repetitionsIn(const Region& region, const std::string& text, Date from, Date to);
 
 /// The text without that event, everything else in it as it is, byte by byte: of a series only the one repetition goes.
-/// Empty when no event is left. An error when there is no such event.
+/// Empty when nothing is left in it. An error when there is no such event.
 [[nodiscard]] Result<std::string> textWithout(const std::string& text, const EventPlace& place);
 
 }  // namespace tallyvane

@@ -94,7 +94,7 @@ std::size_t seriesBehind(const std::vector<icalcomponent*>& all, icalcomponent* 
   return static_cast<std::size_t>(found - all.begin());
 }
 
-bool holdsOtherThanEvents(const std::string& text) {
+bool holdsAnyComponent(const std::string& text) {
   for (std::size_t at = 0; at < text.size(); at = lineEndAfter(text, at)) {
     const std::string line = lineAt(text, at, lineEndAfter(text, at));
     if (line == "BEGIN:VTODO" || line == "BEGIN:VJOURNAL" || line == "BEGIN:VEVENT") return true;
@@ -135,7 +135,7 @@ Result<std::string> textWithout(const std::string& text, const EventPlace& place
     cut();
     excludeReplaced();
   }
-  return holdsOtherThanEvents(edited) ? edited : std::string();
+  return holdsAnyComponent(edited) ? edited : std::string();
 }
 
 }  // namespace tallyvane

@@ -32,8 +32,8 @@ class LoadedHttpTransport : public HttpTransport {
 /// program's own. The environment has no say in it.
 [[nodiscard]] std::string httpModuleOf(const std::string& executable);
 
-/// Whether the file at this absolute path, and the folder that it is in, can be changed by nobody but the system's
-/// administrator and the user who runs the program; else why not.
+/// Whether the file at this absolute path and the folder that it is in belong to the administrator or to the user who
+/// runs the program, and may not be written by anybody; else why not.
 [[nodiscard]] Result<> isTrusted(const std::string& path);
 
 }  // namespace tallyvane

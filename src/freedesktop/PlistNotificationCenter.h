@@ -28,7 +28,7 @@ struct ShownId {
 ///
 /// Two notifications with the same user info and delivery date are the same occasion. Each occasion is shown once,
 /// however often it is removed and scheduled again and whenever the program ends that delivers: it counts as shown from
-/// before a service is asked to show it, until the service refuses. What was shown is remembered for a year after. An
+/// before a service is asked to show it, until the service refuses. What was shown is remembered for 400 days after. An
 /// occasion that is over an hour late and was shown less than 18 hours before or after its date is the same one, at
 /// the time that it has in another zone or since the user chose another.
 class PlistNotificationCenter : public UserNotificationCenter {

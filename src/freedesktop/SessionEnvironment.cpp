@@ -10,7 +10,6 @@ namespace tallyvane {
 
 namespace {
 
-constexpr std::string_view systemConfigFolders = "/etc/xdg";
 constexpr std::string_view systemProgramFolders = "/usr/local/bin:/usr/bin:/bin";
 
 std::vector<std::string> partsOf(std::string_view list) {
@@ -72,7 +71,7 @@ SessionEnvironment SessionEnvironment::of(const Environment& environment) {
   };
   const XdgFolders folders = XdgFolders::of(environment);
   SessionEnvironment session;
-  session.configFolders = withOwnFirst(folders.configHome, foldersOf(variable("XDG_CONFIG_DIRS", systemConfigFolders)));
+  session.configFolders = withOwnFirst(folders.configHome, folders.configDirs);
   session.dataFolders = withOwnFirst(folders.dataHome, folders.dataDirs);
   session.programFolders = foldersOf(variable("PATH", systemProgramFolders));
   session.desktops = lowerCaseParts(variable("XDG_CURRENT_DESKTOP"));
