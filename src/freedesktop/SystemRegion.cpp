@@ -7,6 +7,7 @@
 #include <iterator>
 #include <system_error>
 
+#include "freedesktop/Gettext.h"
 #include "freedesktop/PosixLocale.h"
 #include "freedesktop/PosixTimeZone.h"
 
@@ -83,6 +84,18 @@ Region regionTold(const RegionSources& sources, Log& log) {
   return {.locale = localeTold(sources, log), .timeZone = zoneTold(sources, log), .words = {}};
 }
 
-Region systemRegion(Log& log) { return regionTold({environmentVariable, symbolicLinkTarget, textOfFile}, log); }
+Region systemRegion(Log& log) {
+  Region region = regionTold({environmentVariable, symbolicLinkTarget, textOfFile}, log);
+  region.words = wordInCatalogue;
+  return region;
+}
+
+std::string systemLocale() {
+  class : public Log {
+    void line(std::string_view) override {}
+    void diagnostic(std::string_view) override {}
+  } unheard;
+  return localeTold({environmentVariable, symbolicLinkTarget, textOfFile}, unheard);
+}
 
 }  // namespace tallyvane

@@ -29,7 +29,9 @@ struct RegionSources {
 /// says, else UTC.
 [[nodiscard]] Region regionTold(const RegionSources& sources, Log& log);
 
-/// The region of this process's environment and this machine, as of now.
+/// The region of this process's environment and this machine, as of now, with the words of the language in use.
 [[nodiscard]] Region systemRegion(Log& log);
+/// The locale of that region, for what must know it before there is a log.
+[[nodiscard]] std::string systemLocale();
 
 }  // namespace tallyvane

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "agent/Agent.h"
+#include "freedesktop/Gettext.h"
 #include "freedesktop/SystemLog.h"
 #include "freedesktop/SystemRegion.h"
 
@@ -56,6 +57,7 @@ int fail(const std::string& sentence) {
 }
 
 int runAgent(const Arguments& arguments) {
+  useLanguage(systemLocale(), catalogueFolder(ownExecutable()));
   const Environment environment = processEnvironment();
   SystemLog log("tallyvane-agent", arguments.verbose);
   agent::Surroundings surroundings{XdgFolders::of(environment), SessionEnvironment::of(environment),

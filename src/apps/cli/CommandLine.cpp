@@ -6,6 +6,7 @@
 
 #include "cli/Build.h"
 #include "cli/Similar.h"
+#include "common/Sentences.h"
 #include "foundation/Texts.h"
 
 namespace tallyvane::cli {
@@ -22,27 +23,43 @@ void addCommands(CLI::App& app, Invocation& invocation) {
   }
 }
 
+/// The words of the help itself; options show their values' kinds as the text beside them does.
+void labelHelp(CLI::FormatterBase& formatter) {
+  formatter.column_width(28);
+  formatter.label("TEXT", "");
+  formatter.label("REQUIRED", translated("(required)"));
+  for (const char* word : {marked("Usage"), marked("Options"), marked("OPTIONS"), marked("Positionals"),
+                           marked("Subcommands"), marked("SUBCOMMAND")}) {
+    formatter.label(word, translated(word));
+  }
+}
+
+/// What was described in English, in the user's language.
+void translate(CLI::App& app) {
+  app.description(translated(app.get_description()));
+  for (CLI::Option* option : app.get_options()) option->description(translated(option->get_description()));
+  for (CLI::App* command : app.get_subcommands(nullptr)) translate(*command);
+}
+
 void describe(CLI::App& app, Invocation& invocation) {
-  app.description("Tallyvane keeps your recurring bills and tells which are due.");
+  app.description(marked("Tallyvane keeps your recurring bills and tells which are due."));
   app.name("tallyvane");
   app.set_version_flag("--version", "tallyvane " TALLYVANE_VERSION " (build " TALLYVANE_BUILD ")",
-                       "Print the version and the build");
+                       marked("Print the version and the build"));
   app.fallthrough();  // the flags below may also stand after the command
   app.add_flag("--verbose", invocation.verbose, "Print what is logged on standard error");
   app.add_flag("--json", invocation.json, "Print JSON");
-  app.footer(
-      "Without a command: the overview.\nExample:\n  tallyvane add Rent --due 2027-03-01 --repeat monthly --amount "
-      "900");
-  app.get_formatter()->column_width(28);
-  app.get_formatter()->label("REQUIRED", "(required)");
-  app.get_formatter()->label("TEXT", "");
+  app.footer(translated("Without a command: the overview.") + "\n" + translated("Example:") +
+             "\n  tallyvane add Rent --due 2027-03-01 --repeat monthly --amount 900");
+  labelHelp(*app.get_formatter());
   app.require_subcommand(0, 1);
   addCommands(app, invocation);
+  translate(app);
 }
 
 void requireUtf8(const std::vector<std::string>& arguments) {
   const auto broken = std::find_if_not(arguments.begin(), arguments.end(), isValidUtf8);
-  if (broken != arguments.end()) wrongUsage("The argument \"" + *broken + "\" is not valid UTF-8.");
+  if (broken != arguments.end()) wrongUsage(sentence("The argument \"{}\" is not valid UTF-8.", *broken));
 }
 
 /// What is wrong with arguments that no command takes; with a first one that is no command, which was probably meant.
@@ -50,12 +67,12 @@ std::string unexpected(const CLI::App& app) {
   const std::vector<std::string> extras = app.remaining(true);
   const auto shown = [](const std::string& argument) { return "\"" + argument + "\""; };
   const bool isCommandMissing = app.get_subcommands().empty() && !extras.empty() && !extras.front().starts_with('-');
-  if (!isCommandMissing) return "Not expected here: " + (extras.empty() ? "" : shown(extras.front())) + ".";
+  if (!isCommandMissing) return sentence("Not expected here: {}.", extras.empty() ? "" : shown(extras.front()));
   std::vector<std::string> names;
   for (const CLI::App* command : app.get_subcommands(nullptr)) names.push_back(command->get_name());
   const auto similar = nearest(extras.front(), names);
-  return "There is no command " + shown(extras.front()) + "." +
-         (similar ? " Did you mean " + shown(*similar) + "?" : "");
+  return sentence("There is no command {}.", shown(extras.front())) +
+         (similar ? " " + sentence("Did you mean {}?", shown(*similar)) : "");
 }
 
 /// The command whose help says what would have been right.
@@ -78,9 +95,9 @@ void parse(CLI::App& app, std::vector<std::string> arguments, Console& console) 
     console.line(version.what());
     throw;
   } catch (const CLI::ExtrasError&) {
-    wrongUsage(unexpected(app) + " See: " + helpCommand(app));
+    wrongUsage(unexpected(app) + " " + sentence("See: {}", helpCommand(app)));
   } catch (const CLI::ParseError& error) {
-    wrongUsage(std::string(error.what()) + ". See: " + helpCommand(app));
+    wrongUsage(std::string(error.what()) + ". " + sentence("See: {}", helpCommand(app)));
   }
 }
 
@@ -91,7 +108,7 @@ ExitStatus failed(Console& console, const Failure& failure) {
 
 ExitStatus finished(Console& console) {
   if (console.flushed()) return ExitStatus::done;
-  console.error("The output could not be written.");
+  console.error(translated("The output could not be written."));
   return ExitStatus::couldNot;
 }
 
@@ -119,7 +136,7 @@ ExitStatus runCommand(const Invocation& invocation, Session& session) {
   } catch (const Failure& failure) {
     return failed(session.console, failure);
   } catch (const std::exception& error) {
-    session.console.error(std::string("Something went wrong: ") + error.what());
+    session.console.error(sentence("Something went wrong: {}", error.what()));
     return ExitStatus::couldNot;
   }
 }

@@ -30,7 +30,12 @@ std::string_view escapeSequence(Colour colour) {
 
 }  // namespace
 
-void Console::line(std::string_view text) { out_ << text << '\n'; }
+std::string_view Console::directionMark() const {
+  constexpr std::string_view rightToLeftMark = "\u200f";
+  return terminal_.interactive && terminal_.rightToLeft ? rightToLeftMark : std::string_view();
+}
+
+void Console::line(std::string_view text) { out_ << (text.empty() ? text : directionMark()) << text << '\n'; }
 
 void Console::error(std::string_view sentence) { err_ << "tallyvane: " << printable(sentence) << '\n'; }
 

@@ -15,7 +15,8 @@ enum class Colour { none, bold, dim, red, yellow, green, blue, magenta };
 struct Terminal {
   bool interactive = false;  ///< a person's terminal; otherwise a pipe or a file
   bool colours = false;
-  int width = 80;  ///< columns; only looked at on a terminal
+  int width = 80;            ///< columns; only looked at on a terminal
+  bool rightToLeft = false;  ///< the language is written so; lines and columns run that way on a terminal that can
 };
 
 /// Prints lines of text that is fit for a terminal (see DisplayText), and asks questions.
@@ -30,6 +31,9 @@ class Console {
 
   [[nodiscard]] const Terminal& terminal() const { return terminal_; }
   [[nodiscard]] bool interactive() const { return terminal_.interactive; }
+  /// What stands at the start of a line and between columns: a mark without width that keeps texts of the other
+  /// direction apart where the language is written from right to left; else nothing.
+  [[nodiscard]] std::string_view directionMark() const;
 
   /// One line of output. Text of a bill in it has gone through DisplayText.
   void line(std::string_view text = "");

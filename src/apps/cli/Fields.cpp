@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/DisplayText.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -10,8 +11,8 @@ namespace {
 
 /// Label and text; what is too long goes on in the next lines, under the text.
 void printField(Console& console, const Field& field, int labelWidth) {
-  const std::string label = padded(field.label, labelWidth);
-  std::string lead = console.painted(label, Colour::dim) + "  ";
+  const std::string label = padded(translated(field.label), labelWidth);
+  std::string lead = console.painted(label, Colour::dim).append("  ").append(console.directionMark());
   const int room = console.terminal().width - labelWidth - 2;
   for (const std::string& line : wrapped(printableLines(field.text.shown), room)) {
     console.line(lead + console.painted(line, field.text.colour));
@@ -23,7 +24,7 @@ void printField(Console& console, const Field& field, int labelWidth) {
 
 void printFields(Console& console, const std::vector<Field>& fields) {
   int labelWidth = 0;
-  for (const Field& field : fields) labelWidth = std::max(labelWidth, displayWidth(field.label));
+  for (const Field& field : fields) labelWidth = std::max(labelWidth, displayWidth(translated(field.label)));
   for (const Field& field : fields) {
     if (!console.interactive()) {
       console.line(field.label + "\t" + printable(field.text.plain));

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "cli/Console.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -37,7 +38,9 @@ Console standardConsole() {
   const bool interactive = ::isatty(STDOUT_FILENO) == 1;
   const bool colours = interactive && !environmentHas("NO_COLOR");
   const bool canAsk = ::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1;
-  return Console(std::cout, std::cerr, {interactive, colours, interactive ? terminalWidth() : usualWidth},
+  // The catalogue of a language that is written from right to left says so under this key.
+  const bool rightToLeft = translated("default:LTR") == "default:RTL";
+  return Console(std::cout, std::cerr, {interactive, colours, interactive ? terminalWidth() : usualWidth, rightToLeft},
                  canAsk ? Console::Asker(askPerson) : nullptr);
 }
 

@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "cli/DisplayText.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -84,7 +85,7 @@ void Table::print(Console& console) const {
 std::vector<int> Table::naturalWidths() const {
   std::vector<int> widths;
   for (std::size_t i = 0; i < columns_.size(); ++i) {
-    int width = displayWidth(columns_[i].title);
+    int width = displayWidth(translated(columns_[i].title));
     for (const auto& row : rows_) width = std::max(width, displayWidth(row[i].shown));
     widths.push_back(std::max(width, 1));
   }
@@ -104,14 +105,14 @@ void Table::printRow(Console& console, const std::vector<Cell>& row, const std::
       blanks.clear();
     }
     if (!columns_[i].alignRight) blanks += padding;
-    blanks += std::string(gap, ' ');
+    blanks += std::string(gap, ' ').append(console.directionMark());
   }
   console.line(line);
 }
 
 void Table::printHeader(Console& console, const std::vector<int>& widths) const {
   std::vector<Cell> titles;
-  for (const Column& column : columns_) titles.emplace_back(column.title, "", Colour::dim);
+  for (const Column& column : columns_) titles.emplace_back(translated(column.title), "", Colour::dim);
   printRow(console, titles, widths);
 }
 
@@ -122,7 +123,8 @@ void Table::printForPeople(Console& console) const {
   for (std::size_t i = 0; i < rows_.size(); ++i) {
     for (; section < sections_.size() && sections_[section].firstRow <= i; ++section) {
       if (i > 0) console.line();
-      console.line(console.painted(fitted(sections_[section].title, console.terminal().width), Colour::bold));
+      console.line(
+          console.painted(fitted(translated(sections_[section].title), console.terminal().width), Colour::bold));
     }
     printRow(console, rows_[i], widths);
   }

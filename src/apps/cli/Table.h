@@ -21,7 +21,7 @@ struct Cell {
 };
 
 struct Column {
-  std::string title;
+  std::string title;  ///< in English; shown in the user's language
   bool alignRight = false;
   int narrowest = 0;  ///< may be cut down to so many columns; 0 is never cut while another column can give way
   int leavesAt = 0;   ///< on a narrow terminal the column with the highest number leaves first; 0 stays
@@ -34,7 +34,7 @@ class Table {
  public:
   explicit Table(std::vector<Column> columns) : columns_(std::move(columns)) {}
 
-  /// The rows added from here on stand under this title.
+  /// The rows added from here on stand under this title, in English; a person sees it in their language.
   void startSection(std::string title) { sections_.push_back({std::move(title), rows_.size()}); }
   /// As many cells as there are columns. Texts are made printable here.
   void add(std::vector<Cell> cells);

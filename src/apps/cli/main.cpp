@@ -2,6 +2,8 @@
 #include "cli/NoticeLog.h"
 #include "common/DesktopPlatform.h"
 #include "common/ProgramLock.h"
+#include "common/Sentences.h"
+#include "freedesktop/Gettext.h"
 #include "freedesktop/SoundTheme.h"
 #include "freedesktop/SystemClock.h"
 #include "freedesktop/SystemLog.h"
@@ -20,7 +22,7 @@ class NoWorkspace : public Workspace {
 
 Result<std::shared_ptr<const void>> takeLock(programs::DesktopPlatform& desktop, Console& console) {
   auto lock = programs::ProgramLock::take(desktop.files(), desktop.paths().lock, [&console] {
-    console.error("Waiting for another Tallyvane program to finish.");
+    console.error(translated("Waiting for another Tallyvane program to finish."));
   });
   if (!lock) return Error{lock.error()};
   return std::shared_ptr<const void>(std::make_shared<programs::ProgramLock>(std::move(*lock)));
@@ -46,13 +48,14 @@ ExitStatus runOnDesktop(const Invocation& invocation, Console& console) {
 }
 
 ExitStatus run(int count, char** arguments) {
+  useLanguage(systemLocale(), catalogueFolder(ownExecutable()));
   Console console = standardConsole();
   auto parsed = parseCommandLine({arguments + std::min(count, 1), arguments + count}, console);
   if (const ExitStatus* ended = std::get_if<ExitStatus>(&parsed)) return *ended;
   try {
     return runOnDesktop(std::get<Invocation>(parsed), console);
   } catch (const std::exception& error) {
-    console.error(std::string("Tallyvane cannot start here: ") + error.what());
+    console.error(sentence("Tallyvane cannot start here: {}", error.what()));
     return ExitStatus::couldNot;
   }
 }

@@ -55,7 +55,8 @@ void runDefaultOverview(Session& session);
 
 inline constexpr const char* billHelp = "The bill's name, the beginning of its name, or its identifier";
 
-/// Texts that every command has.
+/// Texts that every command has. Descriptions of commands and options are English here and shown in the user's
+/// language.
 struct CommandTexts {
   std::string name;
   std::string description;
