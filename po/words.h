@@ -9,6 +9,8 @@ word("No Payments Yet") word("Attach Receipt") word("Attach")
 word("Pay ")  // with a bill's name after it: the title of an event or notification
 word("Bill is due on")  // with a date after it
 word("View") word("Show Tallyvane") word("Press any key to close this window.") word("Message Sent") word("Send Test Message")
+// Why no mail goes out, in a clause.
+word("no API key of a mail service is set up") word("no address to send to is set (LEMAddress)")
 // Icons.
 word("Mortgage, Rent & Home")
 word("Credit Card - General")

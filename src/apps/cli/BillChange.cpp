@@ -1,12 +1,11 @@
 #include "cli/BillChange.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "cli/BillLookup.h"
 #include "cli/DisplayText.h"
 #include "cli/Json.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "platform/PropertyListFile.h"
 #include "reminders/QMReminderManager.h"
@@ -68,7 +67,7 @@ void agreeWithFiles(const Platform& platform, const std::string& bid, const std:
   agreeTagsWithFiles(platform);
 }
 
-void sayDone(Session& session, std::string_view what, const std::string& bid) {
+void sayDone(Session& session, fmt::format_string<const std::string&> done, const std::string& bid) {
   const std::vector<ListedBill> bills = allBills(session.platform);
   const ListedBill* bill = withBid(bills, bid);
   const auto row = QMBillsLoader{session.platform}.loadBillWithID(bid);
@@ -76,7 +75,10 @@ void sayDone(Session& session, std::string_view what, const std::string& bid) {
   if (session.json) return printJson(session.console, billJson(session.platform, *row, bill->group.word));
   const std::string due = row->valueOr(key::HumanDueDate, std::string());
   const bool isAwaited = bill->group.key == key::ActiveBills && !due.empty();
-  session.console.line(printable(fmt::format("{} \"{}\"{}.", what, bill->name(), isAwaited ? ": " + due : "")));
+  const std::string name = bill->name();
+  // translators: what was done with a bill, and when it is due, as in: Added "Rent": Due in 3 days.
+  const std::string said = isAwaited ? sentence("{}: {}.", sentence(done, name), due) : sentence(done, name) + ".";
+  session.console.line(printable(said));
 }
 
 }  // namespace tallyvane::cli

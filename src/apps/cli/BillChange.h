@@ -2,10 +2,10 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "cli/Session.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -22,7 +22,8 @@ void mirrorLists(const Platform& platform);
 /// Removes what would remind of a bill that is not active.
 void removeReminders(const Platform& platform, const std::string& bid, const std::string& name);
 
-/// Says what was done with which bill; as JSON, prints the bill as it is now.
-void sayDone(Session& session, std::string_view what, const std::string& bid);
+/// Says what was done with which bill, in a sentence with its name and without its end; as JSON, prints the bill as it
+/// is now.
+void sayDone(Session& session, fmt::format_string<const std::string&> done, const std::string& bid);
 
 }  // namespace tallyvane::cli

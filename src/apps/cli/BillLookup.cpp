@@ -12,6 +12,7 @@
 #include "cli/Reason.h"
 #include "cli/Similar.h"
 #include "common/DataFolderState.h"
+#include "common/Sentences.h"
 #include "platform/PropertyListFile.h"
 #include "storage/BillIndex.h"
 #include "storage/DataFolder.h"
@@ -54,25 +55,38 @@ std::string described(const ListedBill& bill) { return fmt::format("\"{}\" ({})"
 [[noreturn]] void failAmbiguous(const std::string& text, const std::vector<ListedBill>& found) {
   std::vector<std::string> names;
   for (const ListedBill& bill : found) names.push_back(described(bill));
-  couldNot(fmt::format("\"{}\" fits {} bills: {}. Give more of the name, or the identifier.", text, found.size(),
-                       fmt::join(names, ", ")));
+  couldNot(countedSentence(found.size(), "\"{}\" fits {} bill: {}. Give more of the name, or the identifier.",
+                           "\"{}\" fits {} bills: {}. Give more of the name, or the identifier.", text, found.size(),
+                           fmt::join(names, ", ")));
+}
+
+/// A command looks bills up in all lists, among the active or the archived ones, or among those that can come back.
+std::string noSuchBill(const std::string& text, const std::vector<Group>& groups) {
+  const auto includes = [&](const Group& wanted) {
+    return std::any_of(groups.begin(), groups.end(), [&](const Group& group) { return group.key == wanted.key; });
+  };
+  if (groups.size() == std::size(allGroups)) return sentence("There is no bill \"{}\".", text);
+  if (includes(deletedBills)) return sentence("There is no archived or deleted bill \"{}\".", text);
+  if (includes(archivedBills)) return sentence("There is no active or archived bill \"{}\".", text);
+  return sentence("There is no active bill \"{}\".", text);
+}
+
+std::string stateOf(const ListedBill& bill) {
+  if (bill.group.key == key::ActiveBills) return sentence("{} is active.", described(bill));
+  if (bill.group.key == key::ArchivedBills) return sentence("{} is archived.", described(bill));
+  return sentence("{} is deleted.", described(bill));
 }
 
 [[noreturn]] void failUnknown(const std::vector<ListedBill>& bills, const std::string& text,
                               const std::vector<Group>& groups) {
-  std::vector<std::string_view> words;
-  for (const Group& group : groups) words.push_back(group.word);
-  const std::string kinds = groups.size() == std::size(allGroups) ? "" : fmt::format("{} ", fmt::join(words, " or "));
-  std::string sentence = fmt::format("There is no {}bill \"{}\".", kinds, text);
-
+  const std::string missing = noSuchBill(text, groups);
   const auto elsewhere = bestMatches(bills, text, {std::begin(allGroups), std::end(allGroups)});
-  if (elsewhere.size() == 1)
-    couldNot(fmt::format("{} {} is {}.", sentence, described(elsewhere[0]), elsewhere[0].group.word));
+  if (elsewhere.size() == 1) couldNot(missing + " " + stateOf(elsewhere[0]));
 
   std::vector<std::string> names;
   for (const ListedBill& bill : bills) names.push_back(bill.name());
-  if (const auto similar = nearest(text, names)) sentence += fmt::format(" Did you mean \"{}\"?", *similar);
-  couldNot(sentence);
+  const auto similar = nearest(text, names);
+  couldNot(similar ? missing + " " + sentence("Did you mean {}?", "\"" + *similar + "\"") : missing);
 }
 
 }  // namespace
@@ -81,31 +95,32 @@ std::string requireDataFolder(const Platform& platform) {
   if (const auto unfinished = programs::unfinishedChange(platform)) couldNot(*unfinished);
   const std::optional<std::string> folder = QMBillsLoader{platform}.tallyvaneDirectory();
   if (!folder) {
-    couldNot(
+    couldNot(translated(
         "It cannot be told where your own data folder lies. Name it again with \"tallyvane location --set FOLDER "
-        "--adopt\", or go back to the usual one with \"tallyvane location --reset --adopt\".");
+        "--adopt\", or go back to the usual one with \"tallyvane location --reset --adopt\"."));
   }
   if (platform.files.isFolder(*folder)) return *folder;
   const bool isOwn = boolSetting(platform.defaults, key::CustomLocationEnabled);
-  couldNot("The data folder is not there: " + *folder + ". " +
-           (isOwn ? "Connect the disk that it is on, or choose another place: tallyvane location --help"
-                  : "Make it or bring it back, and check its permissions."));
+  couldNot(sentence("The data folder is not there: {}.", *folder) + " " +
+           (isOwn ? translated("Connect the disk that it is on, or choose another place: tallyvane location --help")
+                  : translated("Make it or bring it back, and check its permissions.")));
 }
 
 void requireReadableData(const Platform& platform) {
   const std::string path = requireDataFolder(platform) + "/" + std::string(billIndexName);
-  requireReadableFile(platform, path, "list of bills");
+  requireReadableFile(platform, path,
+                      marked("The list of bills: {}. Put back a good copy of this file, or move it away."));
   const auto index = readPropertyListFile<Dictionary>(platform.files, platform.log, path);
   if (const auto odd = index ? oddListOf(*index) : std::nullopt) {
-    couldNot(
-        fmt::format("The list of bills: \"{}\" is not a list in {}. Put back a good copy of this file.", *odd, path));
+    couldNot(sentence("The list of bills: \"{}\" is not a list in {}. Put back a good copy of this file.", *odd, path));
   }
 }
 
-void requireReadableFile(const Platform& platform, const std::string& path, std::string_view what) {
+void requireReadableFile(const Platform& platform, const std::string& path,
+                         fmt::format_string<const std::string&> refusal) {
   Reason reason;
   if (readPropertyListFile<Dictionary>(platform.files, reason, path) || reason.text.empty()) return;
-  couldNot(fmt::format("The {}: {}. Put back a good copy of this file, or move it away.", what, reason.text));
+  couldNot(sentence<const std::string&>(refusal, reason.text));
 }
 
 std::vector<Dictionary> contentsOf(const Platform& platform, const std::vector<Group>& groups) {
@@ -148,10 +163,13 @@ void requireUnusedName(const Platform& platform, const std::string& name, const 
     const bool counts =
         std::any_of(groups.begin(), groups.end(), [&](const Group& g) { return g.key == bill.group.key; });
     if (!counts || bill.bid == exceptBid || bill.name() != name) continue;
-    couldNot(
-        fmt::format("There is an {} bill \"{}\" already; reminders are found by name. Choose another name, or add "
-                    "--force.",
-                    bill.group.word, name));
+    couldNot(bill.group.key == key::ActiveBills
+                 ? sentence("There is an active bill \"{}\" already; reminders are found by name. Choose another name, "
+                            "or add --force.",
+                            name)
+                 : sentence("There is an archived bill \"{}\" already; reminders are found by name. Choose another "
+                            "name, or add --force.",
+                            name));
   }
 }
 

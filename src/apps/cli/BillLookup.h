@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/Groups.h"
+#include "common/Sentences.h"
 #include "foundation/Value.h"
 #include "platform/Platform.h"
 
@@ -26,8 +27,9 @@ std::string requireDataFolder(const Platform& platform);
 /// Likewise, and fails when its index is there but cannot be read.
 void requireReadableData(const Platform& platform);
 
-/// Fails when the file is there but is no dictionary that can be read. `what` names it for the person.
-void requireReadableFile(const Platform& platform, const std::string& path, std::string_view what);
+/// Fails when the file is there but is no dictionary that can be read. The sentence is filled with the reason.
+void requireReadableFile(const Platform& platform, const std::string& path,
+                         fmt::format_string<const std::string&> refusal);
 
 /// The contents of the bills of these groups, as in the files.
 [[nodiscard]] std::vector<Dictionary> contentsOf(const Platform& platform, const std::vector<Group>& groups);

@@ -53,10 +53,10 @@ BillFields fieldsFrom(const Platform& platform, const BillOptions& options) {
   if (options.icon) fields.icon = understood(readIcon(region, *options.icon));
   if (options.remind) {
     fields.remindMe = true;
-    fields.reminderDays = countInput("The number of days before which to remind", *options.remind, 0, longestReminder);
+    fields.reminderDays = countInput("--remind", *options.remind, 0, longestReminder);
   }
   if (options.site) {
-    fields.paySite = QMBill{platform}.getCorrectedPaymentURL(lineInput("The web address", *options.site));
+    fields.paySite = QMBill{platform}.getCorrectedPaymentURL(lineInput(*options.site));
   }
   if (options.balance) fields.balance = understood(readAmount(region, *options.balance));
   if (options.interest) fields.interest = understood(readInterest(region, *options.interest));

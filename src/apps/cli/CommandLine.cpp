@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "cli/Build.h"
+#include "cli/ParseSentence.h"
 #include "cli/Similar.h"
 #include "common/Sentences.h"
 #include "foundation/Texts.h"
@@ -97,7 +98,7 @@ void parse(CLI::App& app, std::vector<std::string> arguments, Console& console) 
   } catch (const CLI::ExtrasError&) {
     wrongUsage(unexpected(app) + " " + sentence("See: {}", helpCommand(app)));
   } catch (const CLI::ParseError& error) {
-    wrongUsage(std::string(error.what()) + ". " + sentence("See: {}", helpCommand(app)));
+    wrongUsage(parseSentence(error) + ". " + sentence("See: {}", helpCommand(app)));
   }
 }
 

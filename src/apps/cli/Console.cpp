@@ -1,6 +1,8 @@
 #include "cli/Console.h"
 
 #include "cli/DisplayText.h"
+#include "cli/Similar.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -50,8 +52,12 @@ std::optional<std::string> Console::answer(const std::string& question) const {
 }
 
 bool Console::confirms(const std::string& question) const {
-  const std::string said = answer(question + " [y/N]").value_or(std::string());
-  return said == "y" || said == "Y" || said == "yes" || said == "Yes";
+  // translators: stands after a question; "y" is the answer that is "y" below, N is what Enter means
+  const std::string said = folded(answer(question + " " + translated("[y/N]")).value_or(std::string()));
+  // translators: the shortest answer that means yes
+  const std::string shortYes = folded(translated("y"));
+  // translators: the answer yes to a question
+  return said == "y" || said == "yes" || (!said.empty() && (said == shortYes || said == folded(translated("yes"))));
 }
 
 bool Console::flushed() { return static_cast<bool>(out_.flush()); }

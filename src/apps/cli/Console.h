@@ -47,7 +47,7 @@ class Console {
   [[nodiscard]] bool canAsk() const { return asker_ != nullptr; }
   /// The person's answer; nothing when they ended the input.
   [[nodiscard]] std::optional<std::string> answer(const std::string& question) const;
-  /// Whether the person answered yes.
+  /// Whether the person answered yes, in English or in their language.
   [[nodiscard]] bool confirms(const std::string& question) const;
 
   /// Sends out what is still held back; whether all output arrived.

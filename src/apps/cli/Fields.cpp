@@ -11,7 +11,7 @@ namespace {
 
 /// Label and text; what is too long goes on in the next lines, under the text.
 void printField(Console& console, const Field& field, int labelWidth) {
-  const std::string label = padded(translated(field.label), labelWidth);
+  const std::string label = padded(translated(field.label.shown), labelWidth);
   std::string lead = console.painted(label, Colour::dim).append("  ").append(console.directionMark());
   const int room = console.terminal().width - labelWidth - 2;
   for (const std::string& line : wrapped(printableLines(field.text.shown), room)) {
@@ -24,10 +24,10 @@ void printField(Console& console, const Field& field, int labelWidth) {
 
 void printFields(Console& console, const std::vector<Field>& fields) {
   int labelWidth = 0;
-  for (const Field& field : fields) labelWidth = std::max(labelWidth, displayWidth(translated(field.label)));
+  for (const Field& field : fields) labelWidth = std::max(labelWidth, displayWidth(translated(field.label.shown)));
   for (const Field& field : fields) {
     if (!console.interactive()) {
-      console.line(field.label + "\t" + printable(field.text.plain));
+      console.line(field.label.plain + "\t" + printable(field.text.plain));
     } else if (!field.text.shown.empty()) {
       printField(console, field, labelWidth);
     }

@@ -10,7 +10,7 @@
 namespace tallyvane::cli {
 
 struct Field {
-  std::string label;
+  Cell label;  ///< in English; a person sees it in their language
   Cell text;
 };
 

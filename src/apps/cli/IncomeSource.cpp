@@ -1,7 +1,5 @@
 #include "cli/IncomeSource.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "analysis/QMIncomeManager.h"
@@ -12,6 +10,7 @@
 #include "cli/input/AmountInput.h"
 #include "cli/input/DueDateInput.h"
 #include "cli/input/InputText.h"
+#include "common/Sentences.h"
 #include "foundation/Calendar.h"
 #include "foundation/NumberReading.h"
 #include "storage/Keys.h"
@@ -29,10 +28,12 @@ struct RepeatWords {
 };
 
 const std::vector<RepeatWords>& repeatWords() {
-  static const std::vector<RepeatWords> all{{0, {"once"}},
-                                            {1, {"monthly", "every month"}},
-                                            {2, {"every 2 weeks", "every two weeks", "biweekly", "fortnightly"}},
-                                            {3, {"weekly", "every week"}}};
+  static const std::vector<RepeatWords> all{
+      // translators: how often income comes, in a table
+      {0, {marked("once")}},
+      {1, {marked("monthly"), "every month"}},
+      {2, {marked("every 2 weeks"), "every two weeks", "biweekly", "fortnightly"}},
+      {3, {marked("weekly"), "every week"}}};
   return all;
 }
 
@@ -43,12 +44,19 @@ std::int64_t repeatInput(const std::string& text) {
   for (const auto& [code, words] : repeatWords()) {
     if (std::find(words.begin(), words.end(), plain) != words.end()) return code;
   }
-  wrongUsage("\"" + text + "\" is no way for income to repeat; write once, monthly, \"every 2 weeks\" or weekly.");
+  // translators: what is to be written is English: once, monthly, "every 2 weeks" and weekly stay
+  wrongUsage(
+      sentence("\"{}\" is no way for income to repeat; write once, monthly, \"every 2 weeks\" or weekly.", text));
 }
 
 /// The day index that the file keeps.
 std::int64_t dayInput(const std::string& text) {
-  return plainText(text) == "last" ? lastDayIndex : countInput("--day (or last)", text, 1, lastDayIndex) - 1;
+  const std::string plain = plainText(text);
+  if (plain == "last") return lastDayIndex;
+  const auto day = wholeNumber(plain);
+  if (!day || *day < 1 || *day > lastDayIndex)
+    wrongUsage(sentence("--day must be a whole number from {} to {}, or last, not \"{}\".", 1, lastDayIndex, text));
+  return *day - 1;
 }
 
 /// The pay dates of about three years from the first in this month: the model drops those of a source that has none in
@@ -62,14 +70,14 @@ Array datesInput(const Platform& platform, std::int64_t code, const std::string&
   std::int64_t index = (calendar.civilDay(date) - first).count();
   if (index < 0) index = (index % step + step) % step;
   if (index >= manager.lastDayOfMonth())
-    wrongUsage("\"" + from + "\" is after this month; give a pay date of this month or before it.");
+    wrongUsage(sentence("\"{}\" is after this month; give a pay date of this month or before it.", from));
   return manager.createArrayOfIncomeDatesForIntervalFromDate(code, index);
 }
 
 void applyDay(const Platform& platform, const IncomeOptions& options, bool isNew, Dictionary& source) {
-  if (options.from) wrongUsage("--from is for weekly and \"every 2 weeks\"; once and monthly take --day.");
+  if (options.from) wrongUsage(translated("--from is for weekly and \"every 2 weeks\"; once and monthly take --day."));
   if (!options.day && !source.contains(key::PayDate))
-    wrongUsage("Say on which day of the month it comes: --day 1 to 28, or --day last.");
+    wrongUsage(translated("Say on which day of the month it comes: --day 1 to 28, or --day last."));
   if (options.day) source.set(key::PayDate, dayInput(*options.day));
   source.erase(key::IncomeDates);
   // What comes once comes in the month of its creation: a changed one in this.
@@ -78,8 +86,8 @@ void applyDay(const Platform& platform, const IncomeOptions& options, bool isNew
 
 void applyDates(const Platform& platform, const IncomeOptions& options, bool isNew, std::int64_t code,
                 Dictionary& source) {
-  if (options.day) wrongUsage("--day is for once and monthly; weekly and \"every 2 weeks\" take --from.");
-  if (!options.from && isNew) wrongUsage("Say on which date it comes, or came: --from DATE.");
+  if (options.day) wrongUsage(translated("--day is for once and monthly; weekly and \"every 2 weeks\" take --from."));
+  if (!options.from && isNew) wrongUsage(translated("Say on which date it comes, or came: --from DATE."));
   if (options.from) source.set(key::IncomeDates, datesInput(platform, code, *options.from));
   source.erase(key::PayDate);
   if (!source.contains(key::CreationDate)) source.set(key::CreationDate, platform.clock.now());
@@ -97,7 +105,7 @@ void addIncomeOptions(CLI::App& command, IncomeOptions& options) {
 }
 
 void apply(const Platform& platform, const IncomeOptions& options, Dictionary& source) {
-  if (options.name) source.set(key::Name, nameInput("The name", *options.name));
+  if (options.name) source.set(key::Name, nameInput(*options.name, translated("The name must not be empty.")));
   if (options.amount) source.set(key::Amount, understood(readAmount(platform.region, *options.amount)));
   if (!options.repeat && !options.day && !options.from) return;
   const std::int64_t before = integerValue(source, key::Repeat);
@@ -120,12 +128,14 @@ std::size_t findSource(const Array& sources, const std::string& text) {
       if (wholly ? name == plain : name.starts_with(plain)) found.push_back(i);
     }
     if (found.size() == 1) return found.front();
-    if (!found.empty()) couldNot(fmt::format("\"{}\" fits {} sources of income. Give its number.", text, found.size()));
+    if (!found.empty())
+      couldNot(countedSentence(found.size(), "\"{}\" fits {} source of income. Give its number.",
+                               "\"{}\" fits {} sources of income. Give its number.", text, found.size()));
   }
   const auto number = wholeNumber(text);
   if (number && *number >= 1 && static_cast<std::size_t>(*number) <= sources.size())
     return static_cast<std::size_t>(*number) - 1;
-  couldNot("There is no source of income \"" + text + "\". See: tallyvane income");
+  couldNot(sentence("There is no source of income \"{}\".", text) + " " + sentence("See: {}", "tallyvane income"));
 }
 
 std::string nameOf(const Value& source) {
@@ -137,14 +147,14 @@ std::string repeatWord(const Dictionary& source) {
   const std::int64_t code = int32Value(source, key::Repeat);
   for (const auto& [known, words] : repeatWords())
     if (known == code) return std::string(words.front());
-  return "never";
+  return marked("never");
 }
 
 Cell payDayCell(const Platform& platform, const Dictionary& source) {
   const std::string shown = QMIncomeManager{platform}.displayDateWithIncome(source);
   if (const Array* dates = source.get<Array>(key::IncomeDates); dates != nullptr) {
     const Date* next = dates->empty() ? nullptr : dates->front().get<Date>();
-    return next == nullptr ? Cell("no dates left", "") : Cell(shown, isoDay(platform, *next));
+    return next == nullptr ? Cell(translated("no dates left"), "") : Cell(shown, isoDay(platform, *next));
   }
   const std::int64_t index = int32Value(source, key::PayDate);
   return {shown, index == lastDayIndex ? "last" : std::to_string(index + 1)};

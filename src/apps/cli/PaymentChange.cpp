@@ -6,6 +6,7 @@
 #include "cli/BillChange.h"
 #include "cli/BillText.h"
 #include "cli/Failure.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/QMPaymentLogger.h"
 #include "storage/QMBill.h"
@@ -22,7 +23,7 @@ Cell changed(const Cell& before, const Cell& after) {
 
 Cell dueCell(const Platform& platform, const Dictionary& bill) {
   const Date* due = bill.get<Date>(key::DueDate);
-  if (due == nullptr) return "none";
+  if (due == nullptr) return wordCell(marked("none"));
   const QMBillsLoader loader{platform};
   return {loader.createDueDateStringWithDate(*due), isoDay(platform, *due)};
 }
@@ -33,8 +34,9 @@ Array paymentsOf(const ListedBill& bill) {
   const Value* stored = bill.content.find(key::PaymentList);
   if (stored == nullptr) return {};
   if (const Array* payments = stored->get<Array>()) return *payments;
-  couldNot("The payments of \"" + bill.name() + "\" cannot be read: \"PaymentList\" in " + bill.bid +
-           ".plist is not a list. Nothing was changed.");
+  couldNot(sentence("The payments of \"{}\" cannot be read: \"PaymentList\" in {}.plist is not a list.", bill.name(),
+                    bill.bid) +
+           " " + translated("Nothing was changed."));
 }
 
 bool isPayable(const Value& amount) {
@@ -45,13 +47,14 @@ bool isPayable(const Value& amount) {
 std::string receiptInput(const Platform& platform, const std::string& text) {
   std::error_code error;
   const std::string path = std::filesystem::absolute(text, error).lexically_normal().string();
-  if (text.empty() || error || !platform.files.exists(path)) couldNot("There is no file \"" + text + "\".");
-  if (platform.files.isFolder(path)) couldNot(path + " is a folder; a receipt is a file.");
+  if (text.empty() || error || !platform.files.exists(path)) couldNot(sentence("There is no file \"{}\".", text));
+  if (platform.files.isFolder(path)) couldNot(sentence("{} is a folder; a receipt is a file.", path));
   return path;
 }
 
 void requireCopied(const Platform& platform, const std::string& receipt, const std::string& copy) {
-  if (!platform.files.exists(copy)) couldNot("The receipt " + receipt + " could not be copied. Nothing was changed.");
+  if (!platform.files.exists(copy))
+    couldNot(sentence("The receipt {} could not be copied.", receipt) + " " + translated("Nothing was changed."));
 }
 
 void rewriteBill(const Platform& platform, const ListedBill& bill, const Dictionary& content) {
@@ -64,13 +67,13 @@ Dictionary storedBill(const Platform& platform, const ListedBill& bill) {
 }
 
 std::vector<Field> changedFields(const Platform& platform, const Dictionary& before, const Dictionary& after) {
-  std::vector<Field> fields{{"Due", changed(dueCell(platform, before), dueCell(platform, after))}};
+  std::vector<Field> fields{{marked("Due"), changed(dueCell(platform, before), dueCell(platform, after))}};
   const bool hasBalance = doubleValue(before, key::Balance) != 0 || doubleValue(after, key::Balance) != 0;
   const auto change = [&](std::string_view key) {
     return changed(amountCell(platform, before.find(key)), amountCell(platform, after.find(key)));
   };
-  if (hasBalance) fields.push_back({"Balance", change(key::Balance)});
-  fields.push_back({"Average", change(key::Average)});
+  if (hasBalance) fields.push_back({marked("Balance"), change(key::Balance)});
+  fields.push_back({marked("Average"), change(key::Average)});
   return fields;
 }
 

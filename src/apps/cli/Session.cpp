@@ -1,13 +1,14 @@
 #include "cli/Session.h"
 
 #include "cli/Failure.h"
+#include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {
 
 void Session::write(const std::function<void()>& operation, const std::function<void()>& mend) {
   const auto lock = access_.lock();
-  if (!lock) couldNot("Nothing was changed: " + lock.error() + ".");
+  if (!lock) couldNot(sentence("Nothing was changed: {}.", lock.error()));
 
   access_.files.begin();
   try {
@@ -19,7 +20,9 @@ void Session::write(const std::function<void()>& operation, const std::function<
   const Result<> written = access_.files.finish();
   if (!written && mend) mend();
   (void)QMBillsLoader{platform}.loadBills();  // for the widget's snapshot
-  if (!written) couldNot("Not done: " + written.error() + ". Make room or check the permissions, then try again.");
+  if (!written)
+    couldNot(sentence("Not done: {}.", written.error()) + " " +
+             translated("Make room or check the permissions, then try again."));
 }
 
 void Session::list(const std::function<void()>& listing) {

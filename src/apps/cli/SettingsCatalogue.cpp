@@ -8,6 +8,7 @@
 #include "cli/Failure.h"
 #include "cli/Similar.h"
 #include "cli/TextInput.h"
+#include "common/Sentences.h"
 #include "foundation/Calendar.h"
 #include "foundation/NumberReading.h"
 #include "storage/DataFolder.h"
@@ -18,7 +19,19 @@ namespace tallyvane::cli {
 namespace {
 
 [[noreturn]] void failKind(const Setting& setting, const std::string& text) {
-  wrongUsage(fmt::format("{} must be {}, not \"{}\".", setting.key, kindText(setting), text));
+  switch (setting.kind) {
+    case SettingKind::yesNo:
+      wrongUsage(sentence("{} must be yes or no, not \"{}\".", setting.key, text));
+    case SettingKind::path:
+      wrongUsage(sentence("{} must be an absolute path, or empty, not \"{}\".", setting.key, text));
+    case SettingKind::folder:
+      wrongUsage(sentence("{} must be the absolute path of a folder, not \"{}\".", setting.key, text));
+    case SettingKind::address:
+      wrongUsage(
+          sentence("{} must be an e-mail address such as me@example.org, or empty, not \"{}\".", setting.key, text));
+    default:
+      wrongUsage(sentence("{} must be a time such as 09:30, not \"{}\".", setting.key, text));
+  }
 }
 
 Value yesNoInput(const Setting& setting, const std::string& text) {
@@ -34,12 +47,12 @@ Value yesNoInput(const Setting& setting, const std::string& text) {
 
 Value pathInput(const Setting& setting, const std::string& text) {
   if (!text.empty() && text.front() != '/') failKind(setting, text);
-  return lineInput(setting.key, text);
+  return lineInput(text);
 }
 
 /// The folder that holds the data folder; naming the data folder itself means the same.
 Value folderInput(const Platform& platform, const Setting& setting, const std::string& text) {
-  std::string path = lineInput(setting.key, text);
+  std::string path = lineInput(text);
   const auto dropSlashes = [&] {
     while (path.size() > 1 && path.back() == '/') path.pop_back();
   };
@@ -47,7 +60,7 @@ Value folderInput(const Platform& platform, const Setting& setting, const std::s
   if (path.ends_with("/" + std::string(dataFolderName))) path.resize(path.size() - dataFolderName.size());
   dropSlashes();
   if (path.empty() || path.front() != '/') failKind(setting, text);
-  if (!platform.files.isFolder(path)) couldNot("There is no folder " + path + ".");
+  if (!platform.files.isFolder(path)) couldNot(sentence("There is no folder {}.", path));
   return platform.bookmarks.bookmark(path);
 }
 
@@ -57,14 +70,15 @@ Value addressInput(const Setting& setting, const std::string& text) {
   const bool isOne = at != std::string::npos && at > 0 && at + 1 < text.size() && text.find('@', at + 1) == text.npos &&
                      text.find_first_of(" ,;<>\t") == std::string::npos;
   if (!text.empty() && !isOne) failKind(setting, text);
-  return lineInput(setting.key, text);
+  return lineInput(text);
 }
 
 Value listInput(const std::string& text) {
   Array list;
   for (std::size_t from = 0; from <= text.size();) {
     const std::size_t comma = std::min(text.find(',', from), text.size());
-    list.emplace_back(nameInput("Each text of the list", std::string_view(text).substr(from, comma - from)));
+    list.emplace_back(nameInput(std::string_view(text).substr(from, comma - from),
+                                translated("Each text of the list must not be empty.")));
     from = comma + 1;
   }
   return list;
@@ -114,31 +128,35 @@ const Value* pointer(const std::optional<Value>& value) { return value ? &*value
 const std::vector<Setting>& settingsCatalogue() {
   using enum SettingKind;
   static const std::vector<Setting> catalogue = {
-      {key::DueSoonDays, number, "How many days ahead a bill counts as due soon", 0, 3650},
+      {key::DueSoonDays, number, marked("How many days ahead a bill counts as due soon"), 0, 3650},
       {key::AvoidWeekends, number,
-       "Due dates on a weekend are shown: 0 the Friday before, 1 the Monday after, 2 as they are", 0, 2},
-      {key::HideAutomaticBillsInOverview, yesNo, "Leave bills that are paid automatically out of all lists"},
-      {key::DontCountAuto, yesNo, "Leave bills that are paid automatically out of the status menu and the statistics"},
-      {key::EnableStartAtLoginMenu, yesNo, "Show the status menu"},
-      {key::ShouldDisplayStatusTitle, yesNo, "Show the number of bills due soon beside the status menu's icon"},
-      {key::ReminderEvents, yesNo, "Remind by events in a calendar"},
-      {key::EnableNotificationCenter, yesNo, "Remind by notifications on the desktop"},
-      {key::EmailsEnabled, yesNo, "Remind by e-mail"},
-      {key::LEMAddress, address, "Where reminders by e-mail are sent"},
-      {key::RemindersTasks, yesNo, "Remind by tasks; kept, but tasks are not made"},
-      {key::ReminderTime, time, "At what time of the day reminders come"},
-      {key::CalendarList, list, "Names of the calendars to choose from"},
-      {key::ReminderCalendarNumber, number, "Which calendar of that list gets the events; 0 is the first", 0, 999},
+       marked("Due dates on a weekend are shown: 0 the Friday before, 1 the Monday after, 2 as they are"), 0, 2},
+      {key::HideAutomaticBillsInOverview, yesNo, marked("Leave bills that are paid automatically out of all lists")},
+      {key::DontCountAuto, yesNo,
+       marked("Leave bills that are paid automatically out of the status menu and the statistics")},
+      {key::EnableStartAtLoginMenu, yesNo, marked("Show the status menu")},
+      {key::ShouldDisplayStatusTitle, yesNo, marked("Show the number of bills due soon beside the status menu's icon")},
+      {key::ReminderEvents, yesNo, marked("Remind by events in a calendar")},
+      {key::EnableNotificationCenter, yesNo, marked("Remind by notifications on the desktop")},
+      {key::EmailsEnabled, yesNo, marked("Remind by e-mail")},
+      {key::LEMAddress, address, marked("Where reminders by e-mail are sent")},
+      {key::RemindersTasks, yesNo, marked("Remind by tasks; kept, but tasks are not made")},
+      {key::ReminderTime, time, marked("At what time of the day reminders come")},
+      {key::CalendarList, list, marked("Names of the calendars to choose from")},
+      {key::ReminderCalendarNumber, number, marked("Which calendar of that list gets the events; 0 is the first"), 0,
+       999},
       {key::CalendarFolder, path,
-       "Folder in which the calendars are; empty is the usual place (see \"tallyvane calendar\")"},
-      {key::PlayInterfaceSounds, yesNo, "Play a sound when a payment is logged; at the terminal only with --sound"},
-      {key::WhichSoundEffect, number, "Which sound: 0 trumpet, 1 triumph, 2 harp, 3 applause, 4 a voice at random", 0,
-       4},
-      {key::iCloudSyncEnabled, yesNo, "Mirror bills and tags between your devices"},
-      {key::CustomLocationEnabled, yesNo, "Keep the data folder in a folder of your own choice"},
-      {key::CustomLocationBookmark, folder, "That folder"},
-      {key::DropboxSyncEnabled, yesNo, "That folder is a Dropbox; the data lie in its Apps/Tallyvane"},
-      {key::CustomLocationTempPath, path, "Where the data folder of your own was last found; empty looks again"},
+       marked("Folder in which the calendars are; empty is the usual place (see \"tallyvane calendar\")")},
+      {key::PlayInterfaceSounds, yesNo,
+       marked("Play a sound when a payment is logged; at the terminal only with --sound")},
+      {key::WhichSoundEffect, number,
+       marked("Which sound: 0 trumpet, 1 triumph, 2 harp, 3 applause, 4 a voice at random"), 0, 4},
+      {key::iCloudSyncEnabled, yesNo, marked("Mirror bills and tags between your devices")},
+      {key::CustomLocationEnabled, yesNo, marked("Keep the data folder in a folder of your own choice")},
+      {key::CustomLocationBookmark, folder, marked("That folder")},
+      {key::DropboxSyncEnabled, yesNo, marked("That folder is a Dropbox; the data lie in its Apps/Tallyvane")},
+      {key::CustomLocationTempPath, path,
+       marked("Where the data folder of your own was last found; empty looks again")},
   };
   return catalogue;
 }
@@ -150,9 +168,8 @@ const Setting& findSetting(const std::string& key) {
     keys.emplace_back(setting.key);
   }
   const auto similar = nearest(key, keys);
-  wrongUsage(
-      fmt::format("There is no setting \"{}\".{}", key,
-                  similar ? fmt::format(" Did you mean {}?", *similar) : " \"tallyvane settings\" lists them all."));
+  wrongUsage(sentence("There is no setting \"{}\".", key) + " " +
+             (similar ? sentence("Did you mean {}?", *similar) : translated("\"tallyvane settings\" lists them all.")));
 }
 
 std::string kindText(const Setting& setting) {

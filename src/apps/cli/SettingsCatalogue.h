@@ -25,7 +25,7 @@ enum class SettingKind {
 struct Setting {
   std::string_view key;
   SettingKind kind;
-  std::string_view meaning;
+  const char* meaning;  ///< in English
   int least = 0;
   int most = 0;
 };
@@ -35,7 +35,7 @@ struct Setting {
 /// The setting of exactly this key, or of the one key that is equal but for case. Fails with the nearest one's name.
 [[nodiscard]] const Setting& findSetting(const std::string& key);
 
-/// "yes or no", "a whole number from 0 to 2" …
+/// "yes or no", "a whole number from 0 to 2" …, in English for programs.
 [[nodiscard]] std::string kindText(const Setting& setting);
 
 /// Reads what was typed. Fails when it is not of the setting's kind.

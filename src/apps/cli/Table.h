@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/Console.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -19,6 +20,15 @@ struct Cell {
   std::string plain;
   Colour colour = Colour::none;
 };
+
+/// An English word of the program's own that is marked for the catalogues: people read it in their language.
+[[nodiscard]] inline Cell wordCell(const std::string& english) { return {translated(english), english}; }
+
+/// The same for a text whose placeholders are filled.
+template <typename... Values>
+[[nodiscard]] Cell sentenceCell(fmt::format_string<const Values&...> text, const Values&... values) {
+  return {sentence<const Values&...>(text, values...), fmt::format(text, values...)};
+}
 
 struct Column {
   std::string title;  ///< in English; shown in the user's language

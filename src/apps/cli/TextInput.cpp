@@ -1,12 +1,11 @@
 #include "cli/TextInput.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <charconv>
 
 #include "cli/DisplayText.h"
 #include "cli/Failure.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -20,23 +19,23 @@ std::string trimmed(std::string_view text) {
 
 }  // namespace
 
-std::string lineInput(std::string_view what, std::string_view text) {
+std::string lineInput(std::string_view text) {
   if (printable(text) != text) {
-    wrongUsage(fmt::format("{} \"{}\" has a line break or another control character in it.", what, text));
+    wrongUsage(sentence("\"{}\" has a line break or another control character in it.", text));
   }
   return std::string(text);
 }
 
-std::string nameInput(std::string_view what, std::string_view text) {
-  std::string name = lineInput(what, trimmed(text));
-  if (name.empty()) wrongUsage(fmt::format("{} must not be empty.", what));
+std::string nameInput(std::string_view text, const std::string& ifEmpty) {
+  std::string name = lineInput(trimmed(text));
+  if (name.empty()) wrongUsage(ifEmpty);
   return name;
 }
 
 std::string notesInput(std::string_view text) {
   std::string withoutTabs(text);
   std::replace(withoutTabs.begin(), withoutTabs.end(), '\t', ' ');
-  if (printableLines(withoutTabs) != withoutTabs) wrongUsage("The notes have a control character in them.");
+  if (printableLines(withoutTabs) != withoutTabs) wrongUsage(translated("The notes have a control character in them."));
   return std::string(text);
 }
 
@@ -44,7 +43,7 @@ std::vector<std::string> tagsInput(const std::vector<std::string>& texts) {
   if (texts.size() == 1 && texts.front().empty()) return {};
   std::vector<std::string> tags;
   for (const std::string& text : texts) {
-    std::string tag = nameInput("A tag", text);
+    std::string tag = nameInput(text, translated("A tag must not be empty."));
     if (std::find(tags.begin(), tags.end(), tag) == tags.end()) tags.push_back(std::move(tag));
   }
   return tags;
@@ -55,7 +54,8 @@ std::int64_t countInput(std::string_view what, std::string_view text, std::int64
   const char* const end = text.data() + text.size();
   const auto [stopped, error] = std::from_chars(text.data(), end, number);
   if (error == std::errc() && stopped == end && number >= least && number <= most) return number;
-  wrongUsage(fmt::format("{} must be a whole number from {} to {}, not \"{}\".", what, least, most, text));
+  // translators: what must be a number is an option or a setting, such as --count
+  wrongUsage(sentence("{} must be a whole number from {} to {}, not \"{}\".", what, least, most, text));
 }
 
 }  // namespace tallyvane::cli

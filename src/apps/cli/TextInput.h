@@ -8,15 +8,16 @@
 
 namespace tallyvane::cli {
 
-/// Without blanks at its ends; not empty, and without line breaks and other control characters.
-[[nodiscard]] std::string nameInput(std::string_view what, std::string_view text);
+/// Without blanks at its ends; without line breaks and other control characters, and not empty: then the sentence says
+/// what must not be.
+[[nodiscard]] std::string nameInput(std::string_view text, const std::string& ifEmpty);
 /// One line, possibly empty, such as an address.
-[[nodiscard]] std::string lineInput(std::string_view what, std::string_view text);
+[[nodiscard]] std::string lineInput(std::string_view text);
 /// Several lines: line feeds and tabs may stand in it.
 [[nodiscard]] std::string notesInput(std::string_view text);
 /// Checked as names, each kept once; a single empty one gives none.
 [[nodiscard]] std::vector<std::string> tagsInput(const std::vector<std::string>& texts);
-/// A whole number of that range.
+/// A whole number of that range. `what` is the option or the setting that asks for it.
 [[nodiscard]] std::int64_t countInput(std::string_view what, std::string_view text, std::int64_t least,
                                       std::int64_t most);
 

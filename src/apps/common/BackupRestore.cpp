@@ -4,6 +4,7 @@
 
 #include "common/DataFolderState.h"
 #include "common/ReceiptPaths.h"
+#include "common/Sentences.h"
 #include "freedesktop/PosixPaths.h"
 #include "storage/DataFolder.h"
 #include "storage/NewestBackup.h"
@@ -15,10 +16,10 @@ namespace {
 
 Result<> requireRoom(const Platform& platform, const std::string& backup, const std::string& target) {
   const Result<std::uint64_t> size = platform.files.copySize(backup);
-  if (!size) return Error{"the backup cannot be copied: " + size.error()};
+  if (!size) return Error{sentence("the backup cannot be copied: {}", size.error())};
   const Result<std::uint64_t> space = platform.files.freeSpace(parentOf(target));
   if (!space) return Error{space.error()};
-  return *size <= *space ? Result<>() : Error{parentOf(target) + ": No room for a copy of the backup"};
+  return *size <= *space ? Result<>() : Error{sentence("{}: No room for a copy of the backup", parentOf(target))};
 }
 
 /// An empty folder is nothing to be kept.
@@ -43,14 +44,14 @@ Result<> restoreNewestBackup(const Platform& platform) {
   const std::optional<std::string> backup = newestBackup(platform);
   const std::string target = loader.tallyvaneDirectory().value_or(std::string());
   const std::string kept = replacedFolder(platform);
-  if (!backup || !billsListedIn(platform, *backup)) return Error{"there is no complete backup"};
-  if (target.empty()) return Error{"it cannot be told where the data folder lies"};
+  if (!backup || !billsListedIn(platform, *backup)) return Error{translated("there is no complete backup")};
+  if (target.empty()) return Error{translated("it cannot be told where the data folder lies")};
   if (Result<> room = requireRoom(platform, *backup, target); !room) return room;
   if (Result<> aside = setReplacedFolderAside(files, target, kept); !aside) return aside;
 
   if (!loader.restoreDatabase()) {
     const Result<> back = putBack(files, target, kept);
-    return Error{"the backup could not be copied to " + target + (back ? "" : "; " + back.error())};
+    return Error{sentence("the backup could not be copied to {}", target) + (back ? "" : "; " + back.error())};
   }
   const Result<> followed = haveReceiptsFollow(platform, target);
   const Result<> removed = files.exists(kept) ? files.remove(kept) : Result<>();
@@ -60,7 +61,7 @@ Result<> restoreNewestBackup(const Platform& platform) {
 Result<> putReplacedFolderBack(const Platform& platform) {
   const auto target = QMBillsLoader{platform}.tallyvaneDirectory();
   const std::string kept = replacedFolder(platform);
-  if (!target || !platform.files.exists(kept)) return Error{"no restore was interrupted"};
+  if (!target || !platform.files.exists(kept)) return Error{translated("no restore was interrupted")};
   return putBack(platform.files, *target, kept);
 }
 

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "common/DataFolderState.h"
+#include "common/Sentences.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
 #include "storage/NewestBackup.h"
@@ -18,21 +19,21 @@ namespace {
 std::optional<std::string> copyHindrance(const Platform& platform, const std::string& folder) {
   const std::string place = QMBillsLoader{platform}.tallyvaneBackupPath();
   const Result<std::uint64_t> size = platform.files.copySize(folder);
-  if (!size) return "The data folder cannot be copied: " + size.error() + ".";
+  if (!size) return sentence("The data folder cannot be copied: {}.", size.error());
   const Result<std::uint64_t> space = platform.files.freeSpace(place);
-  if (!space) return "There is no place for backups: " + space.error() + ".";
+  if (!space) return sentence("There is no place for backups: {}.", space.error());
   if (*size <= *space) return std::nullopt;
-  return fmt::format("A backup takes {}, and {} has only {} left.", sizeText(*size), place, sizeText(*space));
+  return sentence("A backup takes {}, and {} has only {} left.", sizeText(*size), place, sizeText(*space));
 }
 
 std::optional<std::string> backupHindrance(const Platform& platform) {
   if (auto unfinished = unfinishedChange(platform)) return unfinished;
   const std::optional<std::string> folder = QMBillsLoader{platform}.tallyvaneDirectory();
-  if (!folder) return "It cannot be told where the data folder lies.";
-  if (!platform.files.isFolder(*folder)) return "The data folder is not there: " + *folder + ".";
+  if (!folder) return translated("It cannot be told where the data folder lies.");
+  if (!platform.files.isFolder(*folder)) return sentence("The data folder is not there: {}.", *folder);
   const std::string index = *folder + "/" + std::string(billIndexName);
-  if (!platform.files.exists(index)) return "There are no bills yet.";
-  if (!billsListedIn(platform, *folder)) return "The list of bills cannot be read: " + index + ".";
+  if (!platform.files.exists(index)) return translated("There are no bills yet.");
+  if (!billsListedIn(platform, *folder)) return sentence("The list of bills cannot be read: {}.", index);
   return copyHindrance(platform, *folder);
 }
 
@@ -44,7 +45,7 @@ Result<BackupOutcome> backUpToday(const Platform& platform) {
   QMBillsLoader{platform}.backupDatabase();
   const std::optional<std::string> backup = newestBackup(platform);
   if (backup && isBackedUpToday(platform) && billsListedIn(platform, *backup)) return BackupOutcome::made;
-  return Error{"The copy could not be made. The next backup is made tomorrow."};
+  return Error{translated("The copy could not be made. The next backup is made tomorrow.")};
 }
 
 bool isBackedUpToday(const Platform& platform) {

@@ -1,10 +1,9 @@
 #include "common/DataFolderState.h"
 
-#include <fmt/format.h>
-
 #include <set>
 
 #include "common/PlaceChange.h"
+#include "common/Sentences.h"
 #include "platform/PropertyListFile.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
@@ -17,7 +16,7 @@ namespace {
 std::optional<std::string> unfinishedRestore(const Platform& platform) {
   const std::string kept = replacedFolder(platform);
   if (!platform.files.exists(kept)) return std::nullopt;
-  return fmt::format(
+  return sentence(
       "Restoring the backup was interrupted, or is not done yet. Your bills as they were before it are whole in {}. "
       "\"tallyvane restore-backup --undo\" brings them back, \"tallyvane restore-backup\" restores the backup.",
       kept);
@@ -27,11 +26,16 @@ std::optional<std::string> unfinishedMove(const Platform& platform) {
   const auto change = begunPlaceChange(platform);
   if (!change) return std::nullopt;
   const std::string whole = wholeFolderOf(platform, *change);
-  return fmt::format(
-      "Changing the place of the data folder was interrupted, or is not done yet. {}. \"tallyvane location --finish\" "
-      "ends it.",
-      whole.empty() ? fmt::format("Neither {} nor {} is there now; connect the disk", change->from, change->to)
-                    : "Your bills are whole in " + whole);
+  if (!whole.empty()) {
+    return sentence(
+        "Changing the place of the data folder was interrupted, or is not done yet. Your bills are whole in {}. "
+        "\"tallyvane location --finish\" ends it.",
+        whole);
+  }
+  return sentence(
+      "Changing the place of the data folder was interrupted, or is not done yet. Neither {} nor {} is there now; "
+      "connect the disk. \"tallyvane location --finish\" ends it.",
+      change->from, change->to);
 }
 
 }  // namespace

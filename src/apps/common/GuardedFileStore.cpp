@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/Sentences.h"
 #include "foundation/PropertyList.h"
 #include "freedesktop/SetAside.h"
 
@@ -9,7 +10,9 @@ namespace tallyvane::programs {
 
 namespace {
 
-Error refused(const std::string& path) { return Error{path + ": not changed, because an earlier save failed"}; }
+Error refused(const std::string& path) {
+  return Error{sentence("{}: not changed, because an earlier save failed", path)};
+}
 
 /// Whether the earlier content is a property list of the same kind, dictionary or array: one of another kind cannot be
 /// read for what it should be, and would be lost without anybody having looked at it.
@@ -42,7 +45,7 @@ Result<> GuardedFileStore::abandon() {
   operating_ = false;
   firstError_.clear();
   const std::string error = putBack();
-  return error.empty() ? Result<>() : Error{"the files could not all be put back" + error};
+  return error.empty() ? Result<>() : Error{translated("the files could not all be put back") + error};
 }
 
 /// The last change first; what failed, each clause with its separator.
@@ -50,7 +53,7 @@ std::string GuardedFileStore::putBack() {
   std::string failures;
   const std::vector<Undo> undo = std::exchange(undo_, {});
   for (auto step = undo.rbegin(); step != undo.rend(); ++step) {
-    if (Result<> done = (*step)(); !done) failures += "; could not be put back: " + done.error();
+    if (Result<> done = (*step)(); !done) failures += "; " + sentence("could not be put back: {}", done.error());
   }
   return failures;
 }

@@ -4,6 +4,7 @@
 #include <map>
 #include <vector>
 
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "reminders/QMEmailManager.h"
 #include "reminders/QMReminderManager.h"
@@ -76,7 +77,7 @@ void prepareMailQueue(const Platform& platform) {
 bool wantsMail(const Platform& platform) { return QMReminderManager{platform}.shouldAddEmails(); }
 
 std::optional<std::string> mailHindrance(const Platform& platform) {
-  if (!wantsMail(platform)) return "reminders by e-mail are switched off";
+  if (!wantsMail(platform)) return marked("reminders by e-mail are switched off");
   return QMEmailManager{platform}.hindrance();
 }
 

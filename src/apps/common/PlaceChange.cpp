@@ -5,6 +5,7 @@
 
 #include "common/DataFolderState.h"
 #include "common/ReceiptPaths.h"
+#include "common/Sentences.h"
 #include "freedesktop/PosixPaths.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
@@ -84,7 +85,7 @@ Result<> removeLeftover(const Platform& platform, const PlaceChange& change) {
   if (change.carrying != Carrying::move || !names) return {};
   for (const std::string& name : *names) {
     if (!files.exists(change.to + "/" + name))
-      return Error{change.from + " stays, because \"" + name + "\" in it is not in " + change.to};
+      return Error{sentence("{} stays, because \"{}\" in it is not in {}", change.from, name, change.to)};
   }
   return files.remove(change.from);
 }
@@ -152,7 +153,8 @@ std::string wholeFolderOf(const Platform& platform, const PlaceChange& change) {
 Result<> finishPlaceChange(const Platform& platform, const PlaceChange& change) {
   const bool isSwitched = QMBillsLoader{platform}.tallyvaneDirectory() != change.from;
   if (!isSwitched && !hasArrived(platform, change)) return platform.defaults.remove(key::PlaceChange);
-  if (!platform.files.isFolder(change.to)) return Error{change.to + " is not there; connect the disk that it is on"};
+  if (!platform.files.isFolder(change.to))
+    return Error{sentence("{} is not there; connect the disk that it is on", change.to)};
   return settle(platform, change);
 }
 

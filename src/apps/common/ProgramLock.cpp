@@ -1,9 +1,8 @@
 #include "common/ProgramLock.h"
 
-#include <fmt/format.h>
-
 #include <thread>
 
+#include "common/Sentences.h"
 #include "freedesktop/PosixPaths.h"
 
 namespace tallyvane::programs {
@@ -21,8 +20,10 @@ Result<ProgramLock> ProgramLock::take(FileStore& files, const std::string& path,
     if (waited == silence) tellWaiting();
     pause(step);
   }
-  return Error{fmt::format("{}: another Tallyvane program has been changing the data for {} seconds; try again later",
-                           path, std::chrono::seconds(patience / std::chrono::seconds(1)).count())};
+  const auto seconds = static_cast<std::size_t>(patience / std::chrono::seconds(1));
+  return Error{countedSentence(
+      seconds, "{}: another Tallyvane program has been changing the data for {} second; try again later",
+      "{}: another Tallyvane program has been changing the data for {} seconds; try again later", path, seconds)};
 }
 
 Result<std::optional<ProgramLock>> ProgramLock::tryTake(FileStore& files, const std::string& path) {

@@ -1,9 +1,8 @@
 #include "cli/check/BillContent.h"
 
-#include <fmt/format.h>
-
 #include "cli/Receipt.h"
 #include "cli/check/Shapes.h"
+#include "common/Sentences.h"
 #include "schedule/RepeatRule.h"
 #include "storage/Keys.h"
 
@@ -12,30 +11,35 @@ namespace tallyvane::cli {
 namespace {
 
 /// Twice per month and never go without a count; every other rule needs one that moves the due date on.
-std::string_view wrongInRule(const Array& repeat) {
+std::string wrongInRule(const Array& repeat) {
   if (repeat.size() != 2 || !repeat[0].is<std::int64_t>() || !repeat[1].is<std::int64_t>())
-    return "is not made of two whole numbers";
+    return translated("the repeat rule \"Repeat\" is not made of two whole numbers");
   const std::int64_t unit = integerValue(&repeat[1]);
-  if (unit < UnitKind::weeks || unit > UnitKind::never) return "has a unit that there is not";
+  if (unit < UnitKind::weeks || unit > UnitKind::never)
+    return translated("the repeat rule \"Repeat\" has a unit that there is not");
   const bool needsCount = unit != UnitKind::twicePerMonth && unit != UnitKind::never;
-  if (needsCount && integerValue(&repeat[0]) < 1) return "never moves the due date on";
+  if (needsCount && integerValue(&repeat[0]) < 1)
+    return translated("the repeat rule \"Repeat\" never moves the due date on");
   return "";
 }
 
 void addRuleProblem(const Dictionary& bill, Problems& problems) {
   const Array* repeat = bill.get<Array>(key::Repeat);
-  const std::string wrong =
-      repeat == nullptr ? oddness(bill.find(key::Repeat), Shape::list) : std::string(wrongInRule(*repeat));
+  // translators: stands before "is missing" and the like
+  const std::string wrong = repeat == nullptr
+                                ? oddness(translated("the repeat rule \"Repeat\""), bill.find(key::Repeat), Shape::list)
+                                : wrongInRule(*repeat);
   if (wrong.empty()) return;
-  problems.push_back({FindingKind::invalidRepeat, std::string(key::Repeat), "the repeat rule \"Repeat\" " + wrong});
+  problems.push_back({FindingKind::invalidRepeat, std::string(key::Repeat), wrong});
 }
 
 void addPaymentProblems(const Array& payments, Problems& problems) {
   for (std::size_t i = 0; i < payments.size(); ++i) {
     const Dictionary* payment = payments[i].get<Dictionary>();
-    const std::string where = fmt::format("payment {}: ", i + 1);
+    // translators: the payment's number; what is wrong with it stands behind
+    const std::string where = sentence("payment {}: ", i + 1);
     if (payment == nullptr) {
-      problems.push_back({FindingKind::oddPayment, std::string(key::PaymentList), where + "is no payment"});
+      problems.push_back({FindingKind::oddPayment, std::string(key::PaymentList), where + translated("is no payment")});
       continue;
     }
     addOddKeys(
@@ -51,21 +55,22 @@ void addSourceProblems(const Dictionary& source, const std::string& where, Probl
   addOddKeys(source, {{key::Amount, Shape::number}, {key::Repeat, Shape::number}}, FindingKind::oddKey, where,
              problems);
   const std::int64_t code = integerValue(source, key::Repeat);
-  const auto tell = [&](std::string_view key, std::string_view wrong) {
-    problems.push_back({FindingKind::oddKey, std::string(key), fmt::format("{}\"{}\" {}", where, key, wrong)});
+  const auto tell = [&](std::string_view key, const std::string& wrong) {
+    problems.push_back({FindingKind::oddKey, std::string(key), where + wrong});
   };
-  if (code < 0 || code > 3) return tell(key::Repeat, "stands for no interval");
+  if (code < 0 || code > 3) return tell(key::Repeat, sentence("\"{}\" stands for no interval", key::Repeat));
   if (code >= 2) {
     addOddKeys(source, {{key::IncomeDates, Shape::list}}, FindingKind::oddKey, where, problems);
     const Array dates = source.valueOr(key::IncomeDates, Array());
     for (const Value& date : dates) {
-      if (!date.is<Date>()) return tell(key::IncomeDates, "has entries that are no dates");
+      if (!date.is<Date>())
+        return tell(key::IncomeDates, sentence("\"{}\" has entries that are no dates", key::IncomeDates));
     }
     return;
   }
   addOddKeys(source, {{key::PayDate, Shape::number}}, FindingKind::oddKey, where, problems);
   const std::int64_t day = integerValue(source, key::PayDate);
-  if (day < 0 || day > lastDay) tell(key::PayDate, "is not from 0 to 28");
+  if (day < 0 || day > lastDay) tell(key::PayDate, sentence("\"{}\" is not from 0 to 28", key::PayDate));
   if (code == 0) addOddKeys(source, {{key::CreationDate, Shape::date}}, FindingKind::oddKey, where, problems);
 }
 
@@ -73,9 +78,10 @@ void addSourceProblems(const Dictionary& source, const std::string& where, Probl
 
 Problems problemsOfBill(const Dictionary& bill) {
   Problems problems;
-  const std::string wrongDueDate = oddness(bill.find(key::DueDate), Shape::date);
-  if (!wrongDueDate.empty())
-    problems.push_back({FindingKind::noDueDate, std::string(key::DueDate), "the due date \"DueDate\" " + wrongDueDate});
+  // translators: stands before "is missing" and the like
+  const std::string wrongDueDate =
+      oddness(translated("the due date \"DueDate\""), bill.find(key::DueDate), Shape::date);
+  if (!wrongDueDate.empty()) problems.push_back({FindingKind::noDueDate, std::string(key::DueDate), wrongDueDate});
   addRuleProblem(bill, problems);
   addOddKeys(bill,
              {{key::Name, Shape::text},
@@ -108,16 +114,17 @@ Problems missingReceipts(const Platform& platform, const Dictionary& bill) {
     const Receipt receipt = payment == nullptr ? Receipt() : receiptOf(platform, *payment);
     if (!receipt.isMissing) continue;
     problems.push_back({FindingKind::receiptGone, std::string(key::Receipt),
-                        fmt::format("payment {}: its receipt is gone: {}", i + 1, receipt.path)});
+                        sentence("payment {}: its receipt is gone: {}", i + 1, receipt.path)});
   }
   return problems;
 }
 
 Problems problemsOfTags(const Array& tags) {
   const Value list(tags);
-  const std::string odd = oddness(&list, Shape::texts);
+  // translators: stands before "has entries that are no texts"
+  const std::string odd = oddness(translated("the list of tags"), &list, Shape::texts);
   if (odd.empty()) return {};
-  return {{FindingKind::oddEntry, "", "the list of tags " + odd}};
+  return {{FindingKind::oddEntry, "", odd}};
 }
 
 Problems problemsOfIncome(const Dictionary& income) {
@@ -125,11 +132,13 @@ Problems problemsOfIncome(const Dictionary& income) {
   addOddKeys(income, {{key::IncomeSources, Shape::list}}, FindingKind::oddKey, "", problems);
   const Array sources = income.valueOr(key::IncomeSources, Array());
   for (std::size_t i = 0; i < sources.size(); ++i) {
-    const std::string where = fmt::format("source {}: ", i + 1);
+    // translators: the number of a source of income; what is wrong with it stands behind
+    const std::string where = sentence("source {}: ", i + 1);
     if (const Dictionary* source = sources[i].get<Dictionary>()) {
       addSourceProblems(*source, where, problems);
     } else {
-      problems.push_back({FindingKind::oddEntry, std::string(key::IncomeSources), where + "is no source of income"});
+      problems.push_back(
+          {FindingKind::oddEntry, std::string(key::IncomeSources), where + translated("is no source of income")});
     }
   }
   return problems;
@@ -140,9 +149,10 @@ Problems problemsOfMails(const Dictionary& queue) {
   addOddKeys(queue, {{key::PendingMessages, Shape::texts}}, FindingKind::oddKey, "", problems);
   for (const std::string& title : stringsOf(queue.get<Array>(key::PendingMessages))) {
     const Dictionary* message = queue.get<Dictionary>(title);
-    const std::string where = fmt::format("the message \"{}\": ", title);
+    // translators: what is wrong with the message stands behind
+    const std::string where = sentence("the message \"{}\": ", title);
     if (message == nullptr) {
-      problems.push_back({FindingKind::oddEntry, title, where + "waits, but there is none"});
+      problems.push_back({FindingKind::oddEntry, title, where + translated("waits, but there is none")});
       continue;
     }
     addOddKeys(*message,

@@ -8,6 +8,7 @@
 #include "cli/Reason.h"
 #include "cli/check/BillContent.h"
 #include "cli/check/IndexLists.h"
+#include "common/Sentences.h"
 #include "platform/PropertyListFile.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
@@ -55,13 +56,19 @@ class FolderCheck {
 /// What a diagnostic says after the path.
 std::string reasonAfter(const std::string& path, const std::string& diagnostic) {
   const std::size_t at = diagnostic.find(path + ": ");
-  if (at == std::string::npos) return "is a property list of another kind than it should be";
-  return "cannot be read: " + diagnostic.substr(at + path.size() + 2);
+  if (at == std::string::npos) return translated("is a property list of another kind than it should be");
+  return sentence("cannot be read: {}", diagnostic.substr(at + path.size() + 2));
+}
+
+std::string withoutFile(const Group& group, const std::string& bid) {
+  if (group.key == key::ActiveBills) return sentence("the active bill {} has no file", bid);
+  if (group.key == key::ArchivedBills) return sentence("the archived bill {} has no file", bid);
+  return sentence("the deleted bill {} has no file", bid);
 }
 
 CheckReport FolderCheck::run(const CheckProgress& progress) {
   const Result<std::vector<std::string>> names = platform_.files.list(folder_);
-  if (!names) couldNot("The data folder cannot be listed: " + names.error() + ".");
+  if (!names) couldNot(sentence("The data folder cannot be listed: {}.", names.error()));
   for (std::size_t i = 0; i < names->size(); ++i) {
     const std::string& name = (*names)[i];
     const bool isOurs = !name.starts_with('.') && !platform_.files.isFolder(folder_ + "/" + name);
@@ -78,7 +85,8 @@ std::optional<T> FolderCheck::rootOf(const std::string& file) {
   Reason reason;
   std::optional<T> root = readPropertyListFile<T>(platform_.files, reason, path);
   if (root) return root;
-  const std::string why = reason.text.empty() ? "is a link to what is not there" : reasonAfter(path, reason.text);
+  const std::string why =
+      reason.text.empty() ? translated("is a link to what is not there") : reasonAfter(path, reason.text);
   add(file, {{FindingKind::unreadable, "", why}});
   return std::nullopt;
 }
@@ -102,7 +110,7 @@ void FolderCheck::lookAt(const std::string& file) {
 /// A receipt, or what was kept of an unreadable file.
 void FolderCheck::readToTheEnd(const std::string& file) {
   if (file.find(".plist.unreadable-") != std::string::npos)
-    add(file, {{FindingKind::keptCopy, "", "was kept when a file that could not be read was replaced"}});
+    add(file, {{FindingKind::keptCopy, "", translated("was kept when a file that could not be read was replaced")}});
   constexpr std::size_t block = std::size_t{1} << 20;
   const std::string path = folder_ + "/" + file;
   for (std::uint64_t at = 0;;) {
@@ -126,7 +134,7 @@ void FolderCheck::noteBill(const std::string& file) {
 void FolderCheck::judgeIndex() {
   const std::string file(billIndexName);
   const bool isThere = platform_.files.exists(folder_ + "/" + file);
-  if (!isThere && !bills_.empty()) add(file, {{FindingKind::unreadable, "", "is not there"}});
+  if (!isThere && !bills_.empty()) add(file, {{FindingKind::unreadable, "", translated("is not there")}});
   const auto index = isThere ? rootOf<Dictionary>(file) : Dictionary();
   if (index) {
     if (isThere) add(file, problemsOfIndex(*index));
@@ -145,11 +153,11 @@ void FolderCheck::judgeListed(const std::string& bid, const Places& places) {
   const std::string file(billIndexName);
   const std::string path = billPathIn(folder_, bid);
   if (path.empty()) {
-    add(file,
-        {{FindingKind::oddEntry, std::string(places.front().first.key), "\"" + bid + "\" is no identifier of a bill"}});
+    add(file, {{FindingKind::oddEntry, std::string(places.front().first.key),
+                sentence("\"{}\" is no identifier of a bill", bid)}});
   } else if (!platform_.files.exists(path)) {
-    add(file, {{FindingKind::withoutFile, std::string(places.front().first.key),
-                "the " + std::string(places.front().first.word) + " bill " + bid + " has no file"}});
+    add(file,
+        {{FindingKind::withoutFile, std::string(places.front().first.key), withoutFile(places.front().first, bid)}});
   }
   Problems problems = problemsOfPlaces(places);
   if (nameOf(bid).empty())
@@ -161,9 +169,10 @@ void FolderCheck::judgeBill(const std::string& bid, const SeenBill& bill) {
   const std::string file = bid + std::string(listEnd);
   const bool isListed = places_.contains(bid);
   if (!isListed && bill.bid.empty() && bill.name.empty())
-    return add(file, {{FindingKind::foreignFile, "", "is none of Tallyvane's files"}});
+    return add(file, {{FindingKind::foreignFile, "", translated("is none of Tallyvane's files")}});
   if (!bill.bid.empty() && bill.bid != bid) {
-    add(file, {{FindingKind::otherBill, std::string(key::Bid), "holds the bill " + bill.bid + "; a copy, perhaps"}},
+    add(file,
+        {{FindingKind::otherBill, std::string(key::Bid), sentence("holds the bill {}; a copy, perhaps", bill.bid)}},
         bill.name);
     if (!isListed) return;
   }

@@ -1,12 +1,10 @@
 #include "cli/check/IndexLists.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <algorithm>
 #include <set>
 
 #include "cli/check/Shapes.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -25,27 +23,31 @@ std::map<std::string, Places> placesIn(const Dictionary& index) {
 Problems problemsOfIndex(const Dictionary& index) {
   Problems problems;
   for (const Group& group : allGroups) {
-    const std::string odd = oddness(index.find(group.key), Shape::texts);
+    const std::string odd = oddness("\"" + std::string(group.key) + "\"", index.find(group.key), Shape::texts);
     const bool isList = index.get<Array>(group.key) != nullptr;
     if (!odd.empty())
-      problems.push_back({isList ? FindingKind::oddEntry : FindingKind::oddKey, std::string(group.key),
-                          fmt::format("\"{}\" {}", group.key, odd)});
+      problems.push_back({isList ? FindingKind::oddEntry : FindingKind::oddKey, std::string(group.key), odd});
   }
   return problems;
 }
 
 Problems problemsOfPlaces(const Places& places) {
-  if (places.empty()) return {{FindingKind::inNoList, "", "is in no list"}};
+  // translators: stands beside the name of a bill, as do the next ones
+  if (places.empty()) return {{FindingKind::inNoList, "", translated("is in no list")}};
   Problems problems;
   std::vector<std::string_view> lists;
   for (const auto& [group, count] : places) {
     lists.push_back(group.key);
     if (count > 1)
       problems.push_back(
-          {FindingKind::repeated, std::string(group.key), fmt::format("stands {} times in \"{}\"", count, group.key)});
+          {FindingKind::repeated, std::string(group.key),
+           countedSentence(count, "stands {} time in \"{}\"", "stands {} times in \"{}\"", count, group.key)});
   }
-  if (places.size() > 1)
-    problems.push_back({FindingKind::inSeveralLists, "", fmt::format("is in {}", fmt::join(lists, " and "))});
+  if (lists.size() == 2)
+    problems.push_back({FindingKind::inSeveralLists, "", sentence("is in {} and {}", lists[0], lists[1])});
+  if (lists.size() == 3)
+    problems.push_back(
+        {FindingKind::inSeveralLists, "", sentence("is in {}, {} and {}", lists[0], lists[1], lists[2])});
   return problems;
 }
 

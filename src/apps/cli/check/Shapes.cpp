@@ -1,23 +1,25 @@
 #include "cli/check/Shapes.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cmath>
+
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
 namespace {
 
-std::string_view wordOf(Shape shape) {
-  static constexpr std::string_view words[] = {"a text", "a number", "yes or no",
-                                               "a date", "a list",   "a list of texts"};
+const char* wordOf(Shape shape) {
+  // translators: kinds of values, which stand in "{} is {} where {} should be"
+  static constexpr const char* words[] = {marked("a text"), marked("a number"), marked("yes or no"),
+                                          marked("a date"), marked("a list"),   marked("a list of texts")};
   return words[static_cast<std::size_t>(shape)];
 }
 
-std::string_view kindOf(const Value& value) {
-  static constexpr std::string_view words[] = {"yes or no", "a whole number", "a number", "a text",
-                                               "a date",    "data",           "a list",   "a dictionary"};
+const char* kindOf(const Value& value) {
+  static constexpr const char* words[] = {marked("yes or no"), marked("a whole number"), marked("a number"),
+                                          marked("a text"),    marked("a date"),         marked("data"),
+                                          marked("a list"),    marked("a dictionary")};
   return words[value.storage().index()];
 }
 
@@ -46,20 +48,24 @@ bool isOfKind(const Value& value, Shape shape) {
 
 }  // namespace
 
-std::string oddness(const Value* value, Shape shape) {
-  if (value == nullptr) return "is missing";
-  if (shape == Shape::texts && value->is<Array>() && !isListOfTexts(*value)) return "has entries that are no texts";
-  if (!isOfKind(*value, shape)) return fmt::format("is {} where {} should be", kindOf(*value), wordOf(shape));
+std::string oddness(const std::string& named, const Value* value, Shape shape) {
+  if (value == nullptr) return sentence("{} is missing", named);
+  if (shape == Shape::texts && value->is<Array>() && !isListOfTexts(*value))
+    return sentence("{} has entries that are no texts", named);
+  // translators: a key of a file and two kinds of values such as "a text" and "a list"; may be said as
+  // translators: "{0}: {1} found, {2} expected"
+  if (!isOfKind(*value, shape))
+    return sentence("{} is {} where {} should be", named, translated(kindOf(*value)), translated(wordOf(shape)));
   const double* real = value->get<double>();
-  return real == nullptr || std::isfinite(*real) ? "" : "is no finite number";
+  return real == nullptr || std::isfinite(*real) ? "" : sentence("{} is no finite number", named);
 }
 
 void addOddKeys(const Dictionary& content, std::initializer_list<KeyRule> rules, FindingKind kind,
                 const std::string& where, Problems& problems) {
   for (const KeyRule& rule : rules) {
-    const std::string odd = oddness(content.find(rule.key), rule.shape);
-    if (!odd.empty())
-      problems.push_back({kind, std::string(rule.key), fmt::format("{}\"{}\" {}", where, rule.key, odd)});
+    const std::string key(rule.key);
+    const std::string odd = oddness("\"" + key + "\"", content.find(key), rule.shape);
+    if (!odd.empty()) problems.push_back({kind, key, where + odd});
   }
 }
 

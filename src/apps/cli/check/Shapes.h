@@ -23,9 +23,9 @@ struct KeyRule {
   Shape shape;
 };
 
-/// What keeps the value (null when absent) from having the shape, as the rest of a sentence: "is missing". Empty when
-/// nothing does.
-[[nodiscard]] std::string oddness(const Value* value, Shape shape);
+/// What keeps the value (null when absent) from having the shape, as a clause about what is named. Empty when nothing
+/// does.
+[[nodiscard]] std::string oddness(const std::string& named, const Value* value, Shape shape);
 
 /// Adds a problem of this kind for each key whose value has not its shape. `where` goes before the key in the text.
 void addOddKeys(const Dictionary& content, std::initializer_list<KeyRule> rules, FindingKind kind,

@@ -5,6 +5,7 @@
 #include "cli/BillOptions.h"
 #include "cli/TextInput.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "storage/QMBill.h"
 #include "storage/QMUIDMaker.h"
 
@@ -43,7 +44,7 @@ QMBill newBill(const Platform& platform, const std::string& name, const BillFiel
 
 void add(Session& session, const Options& options) {
   const Platform& platform = session.platform;
-  const std::string name = nameInput("A bill's name", options.name);
+  const std::string name = nameInput(options.name, translated("A bill's name must not be empty."));
   QMBill bill = newBill(platform, name, fieldsFrom(platform, options));
   session.write(
       [&] {
@@ -52,17 +53,18 @@ void add(Session& session, const Options& options) {
         bill.writeBill(false);
       },
       [&] { agreeWithFiles(platform, *bill.bid, {name}); });
-  sayDone(session, "Added", *bill.bid);
+  sayDone(session, marked("Added \"{}\""), *bill.bid);
 }
 
 }  // namespace
 
 void addAdd(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = addCommand(
-      app, invocation,
-      {"add", "Add a bill", "tallyvane add Rent --due 2027-03-01 --repeat monthly --amount 900 --tag Home --remind 3"},
-      [options](Session& session) { add(session, *options); });
+  CLI::App* command =
+      addCommand(app, invocation,
+                 {"add", marked("Add a bill"),
+                  "tallyvane add Rent --due 2027-03-01 --repeat monthly --amount 900 --tag Home --remind 3"},
+                 [options](Session& session) { add(session, *options); });
   command->add_option("NAME", options->name, "What the bill is called")->required();
   addBillOptions(*command, *options);
   for (const char* needed : {"--due", "--repeat", "--amount"}) command->get_option(needed)->required();

@@ -3,6 +3,7 @@
 #include "cli/BillChange.h"
 #include "cli/BillLookup.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "storage/QMBill.h"
 
 namespace tallyvane::cli {
@@ -18,16 +19,16 @@ void archive(Session& session, const std::string& named) {
         QMBill{platform}.archiveBillWithBid(bill.bid);
       },
       [&] { agreeWithFiles(platform, bill.bid, {bill.name()}); });
-  sayDone(session, "Archived", bill.bid);
+  sayDone(session, marked("Archived \"{}\""), bill.bid);
 }
 
 }  // namespace
 
 void addArchive(CLI::App& app, Invocation& invocation) {
   auto bill = std::make_shared<std::string>();
-  CLI::App* command =
-      addCommand(app, invocation, {"archive", "Put a bill aside; restore brings it back", "tallyvane archive Rent"},
-                 [bill](Session& session) { archive(session, *bill); });
+  CLI::App* command = addCommand(
+      app, invocation, {"archive", marked("Put a bill aside; restore brings it back"), "tallyvane archive Rent"},
+      [bill](Session& session) { archive(session, *bill); });
   command->add_option("BILL", *bill, billHelp)->required();
 }
 

@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <memory>
 
 #include "cli/BillChange.h"
@@ -9,6 +7,7 @@
 #include "cli/Json.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/QMPaymentLogger.h"
 #include "storage/QMBillsLoader.h"
@@ -64,7 +63,7 @@ std::vector<AutomaticPayment> allDuePayments(Session& session, bool catchUp) {
     if (bill.group.key != key::ActiveBills) continue;
     std::vector<AutomaticPayment> due = duePayments(session.platform, bill, catchUp);
     if (!due.empty() && !hasReadablePayments(bill)) {
-      session.console.error("\"" + bill.name() + "\" was passed over: its payments cannot be read.");
+      session.console.error(sentence("\"{}\" was passed over: its payments cannot be read.", bill.name()));
       continue;
     }
     all.insert(all.end(), std::make_move_iterator(due.begin()), std::make_move_iterator(due.end()));
@@ -75,7 +74,7 @@ std::vector<AutomaticPayment> allDuePayments(Session& session, bool catchUp) {
 /// From the bill's own file each time, so that a bill's payments add up.
 void record(const Platform& platform, const AutomaticPayment& payment) {
   std::optional<Dictionary> bill = QMBillsLoader{platform}.loadBillWithID(payment.bid);
-  if (!bill) couldNot("The file of \"" + payment.name + "\" is gone. Nothing was changed.");
+  if (!bill) couldNot(sentence("The file of \"{}\" is gone.", payment.name) + " " + translated("Nothing was changed."));
   bill->set(key::Bid, payment.bid);
   QMPaymentLogger{platform}.recordPaymentForBill({payment.amount, payment.due, "", ""}, *bill);
 }
@@ -85,7 +84,8 @@ void printPayments(Session& session, const std::vector<AutomaticPayment>& paymen
   const auto day = [&](Date date) {
     return Cell(loader.createDueDateStringWithDate(date), isoDay(session.platform, date));
   };
-  Table table({{"Bill", false, 8}, {"Paid on"}, {"Amount", true}, {"Due next", false, 0, 1}});
+  Table table(
+      {{marked("Bill"), false, 8}, {marked("Paid on")}, {marked("Amount"), true}, {marked("Due next"), false, 0, 1}});
   for (const AutomaticPayment& payment : payments)
     table.add({payment.name, day(payment.due), amountCell(session.platform, &payment.amount), day(payment.next)});
   table.print(session.console);
@@ -107,10 +107,12 @@ void say(Session& session, const std::vector<AutomaticPayment>& payments, bool d
   if (session.json) return printPaymentsJson(session, payments, dryRun);
   if (!payments.empty()) printPayments(session, payments);
   if (!session.console.interactive()) return;
-  if (payments.empty()) return session.console.line("No bill that is paid automatically is due.");
+  if (payments.empty()) return session.console.line(translated("No bill that is paid automatically is due."));
   session.console.line();
-  session.console.line(fmt::format("{} {}.{}", payments.size(), payments.size() == 1 ? "payment" : "payments",
-                                   dryRun ? " Nothing was logged." : " Logged."));
+  const std::size_t count = payments.size();
+  session.console.line(
+      dryRun ? countedSentence(count, "{} payment. Nothing was logged.", "{} payments. Nothing was logged.", count)
+             : countedSentence(count, "{} payment. Logged.", "{} payments. Logged.", count));
 }
 
 void autopay(Session& session, const Options& options) {
@@ -135,10 +137,10 @@ void autopay(Session& session, const Options& options) {
 
 void addAutopay(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
-  CLI::App* command =
-      addCommand(app, invocation,
-                 {"autopay", "Log the bills that are paid automatically and are due", "tallyvane autopay --dry-run"},
-                 [options](Session& session) { autopay(session, *options); });
+  CLI::App* command = addCommand(
+      app, invocation,
+      {"autopay", marked("Log the bills that are paid automatically and are due"), "tallyvane autopay --dry-run"},
+      [options](Session& session) { autopay(session, *options); });
   command->add_flag("--dry-run", options->dryRun, "Only list what would be logged");
   command->add_flag("--catch-up", options->catchUp, "All payments up to today, not only the first of each bill");
 }

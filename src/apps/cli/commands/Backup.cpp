@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <memory>
 
 #include "cli/BillLookup.h"
@@ -10,6 +8,7 @@
 #include "cli/commands/Commands.h"
 #include "common/DailyBackup.h"
 #include "common/DataFolderState.h"
+#include "common/Sentences.h"
 #include "storage/NewestBackup.h"
 #include "storage/QMBillsLoader.h"
 
@@ -53,12 +52,13 @@ void printStatus(Session& session) {
                                {"bytes", orNull(backup.bytes)},
                                {"complete", backup.bills.has_value()}});
   }
-  if (!backup.day) return console.line("No backup has been made yet.");
-  console.line("Last backup: " + QMBillsLoader{platform}.lastBackedUpNaturalDate());
-  console.line("Place: " + printable(backup.folder.value_or("none")));
-  if (!backup.bills) return console.line("It is not there, or not complete. The next one is made tomorrow.");
-  console.line(fmt::format("Bills: {}", *backup.bills));
-  console.line("Size: " + programs::sizeText(backup.bytes.value_or(0)));
+  if (!backup.day) return console.line(translated("No backup has been made yet."));
+  console.line(sentence("Last backup: {}", QMBillsLoader{platform}.lastBackedUpNaturalDate()));
+  console.line(sentence("Place: {}", printable(backup.folder.value_or(translated("none")))));
+  if (!backup.bills)
+    return console.line(translated("It is not there, or not complete. The next one is made tomorrow."));
+  console.line(sentence("Bills: {}", *backup.bills));
+  console.line(sentence("Size: {}", programs::sizeText(backup.bytes.value_or(0))));
 }
 
 void makeBackup(Session& session) {
@@ -66,22 +66,25 @@ void makeBackup(Session& session) {
   requireReadableData(platform);
   std::optional<Result<BackupOutcome>> outcome;
   session.write([&] { outcome = programs::backUpToday(platform); });
-  if (!*outcome) couldNot("No backup was made. " + outcome->error());
+  if (!*outcome) couldNot(translated("No backup was made.") + " " + outcome->error());
   if (session.json) return printStatus(session);
   const Newest backup = newest(platform);
   if (**outcome == BackupOutcome::made)
-    return session.console.line(fmt::format("Backed up {} bills.", backup.bills.value_or(0)));
-  if (!backup.bills) couldNot("Today's backup is not there, or not complete. The next one is made tomorrow.");
-  session.console.line(fmt::format("Today's backup was made already; it has {} bills.", *backup.bills));
+    return session.console.line(countedSentence(backup.bills.value_or(0), "Backed up {} bill.", "Backed up {} bills.",
+                                                backup.bills.value_or(0)));
+  if (!backup.bills)
+    couldNot(translated("Today's backup is not there, or not complete. The next one is made tomorrow."));
+  session.console.line(countedSentence(*backup.bills, "Today's backup was made already; it has {} bill.",
+                                       "Today's backup was made already; it has {} bills.", *backup.bills));
 }
 
 }  // namespace
 
 void addBackup(CLI::App& app, Invocation& invocation) {
   auto showsStatus = std::make_shared<bool>(false);
-  CLI::App* command =
-      addCommand(app, invocation, {"backup", "Make today's backup, unless there is one", "tallyvane backup --status"},
-                 [showsStatus](Session& session) { *showsStatus ? printStatus(session) : makeBackup(session); });
+  CLI::App* command = addCommand(
+      app, invocation, {"backup", marked("Make today's backup, unless there is one"), "tallyvane backup --status"},
+      [showsStatus](Session& session) { *showsStatus ? printStatus(session) : makeBackup(session); });
   command->add_flag("--status", *showsStatus, "Show the newest backup: its day, place, number of bills and size");
 }
 

@@ -1,12 +1,11 @@
-#include <fmt/format.h>
-
+#include "foundation/Calendar.h"
 #include "cli/BillText.h"
 #include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
-#include "foundation/Calendar.h"
+#include "common/Sentences.h"
 #include "foundation/Texts.h"
 #include "reminders/QMReminderManager.h"
 
@@ -34,7 +33,7 @@ std::vector<EventCalendar> requireCalendars(const Platform& platform) {
   try {
     return platform.calendars.calendars();
   } catch (const CalendarStoreError& error) {
-    couldNot(std::string("The calendars cannot be read: ") + error.what() + ".");
+    couldNot(sentence("The calendars cannot be read: {}.", error.what()));
   }
 }
 
@@ -96,7 +95,7 @@ Cell alarmCell(const Platform& platform, const CalendarEvent& event) {
 }
 
 Table tableOf(const Platform& platform, const Calendars& calendars) {
-  Table table({{"When", false, 0, 0}, {"Event", false, 16, 0}, {"Alarm", false, 0, 1}});
+  Table table({{marked("When"), false, 0, 0}, {marked("Event"), false, 16, 0}, {marked("Alarm"), false, 0, 1}});
   for (const Listed& listed : calendars.all) {
     if (listed.events.empty()) continue;
     table.startSection(printable(listed.calendar.title));
@@ -107,10 +106,13 @@ Table tableOf(const Platform& platform, const Calendars& calendars) {
   return table;
 }
 
-std::string eventCount(const Listed& listed) {
+std::string described(const Listed& listed) {
   const std::size_t count = listed.events.size();
-  const std::string text = count == 1 ? "1 event" : fmt::format("{} events", count);
-  return text + (listed.receives ? ", receives the bills' reminders" : "");
+  const std::string& title = listed.calendar.title;
+  return listed.receives
+             ? countedSentence(count, "Calendar \"{}\": {} event, receives the bills' reminders",
+                               "Calendar \"{}\": {} events, receives the bills' reminders", title, count)
+             : countedSentence(count, "Calendar \"{}\": {} event", "Calendar \"{}\": {} events", title, count);
 }
 
 void printLines(Console& console, const std::string& text) {
@@ -119,22 +121,20 @@ void printLines(Console& console, const std::string& text) {
 
 void printOverview(Session& session, const Calendars& calendars) {
   Console& console = session.console;
-  printLines(console, "Folder: " + calendars.folder);
-  const std::string chosen = calendars.chosen.value_or("");
-  printLines(console, calendars.areOn ? "Events for bills: on, in the calendar \"" + chosen + "\""
-                                      : "Events for bills: off. Switch them on: tallyvane settings set "
-                                        "QMReminderEvents yes");
-  for (const Listed& listed : calendars.all) {
-    printLines(console, "Calendar \"" + listed.calendar.title + "\": " + eventCount(listed));
-  }
+  printLines(console, sentence("Folder: {}", calendars.folder));
+  printLines(console, calendars.areOn
+                          ? sentence("Events for bills: on, in the calendar \"{}\"", calendars.chosen.value_or(""))
+                          : sentence("Events for bills: off. Switch them on: {}",
+                                     "tallyvane settings set QMReminderEvents yes"));
+  for (const Listed& listed : calendars.all) printLines(console, described(listed));
 }
 
 void printHookUp(Console& console, const std::string& folder) {
   console.line();
-  printLines(console, "khal shows them with path = " + folder + "/* and type = discover in its settings.");
+  printLines(console, sentence("khal shows them with path = {}/* and type = discover in its settings.", folder));
   printLines(console,
-             "GNOME, KDE, Thunderbird and phones show them through a CalDAV server, to which vdirsyncer carries "
-             "this folder; docs/calendars.md says how.");
+             translated("GNOME, KDE, Thunderbird and phones show them through a CalDAV server, to which vdirsyncer "
+                        "carries this folder; docs/calendars.md says how."));
 }
 
 void showCalendars(Session& session) {
@@ -152,7 +152,7 @@ void showCalendars(Session& session) {
 
 void addCalendar(CLI::App& app, Invocation& invocation) {
   addCommand(app, invocation,
-             {"calendar", "Say where the calendars are, list their events, and say how to show them elsewhere",
+             {"calendar", marked("Say where the calendars are, list their events, and say how to show them elsewhere"),
               "tallyvane calendar"},
              showCalendars);
 }

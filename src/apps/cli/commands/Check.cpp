@@ -13,6 +13,7 @@
 #include "cli/check/DataFolderCheck.h"
 #include "cli/check/IndexLists.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "platform/PropertyListFile.h"
 #include "storage/DataFolder.h"
 #include "storage/QMBill.h"
@@ -40,12 +41,12 @@ CheckReport checked(Session& session, const std::string& folder) {
   constexpr std::size_t step = 2000;
   return checkDataFolder(session.platform, folder, [&](std::size_t done, std::size_t all) {
     if (done % step == 0 && session.console.interactive())
-      session.console.error(fmt::format("{} of {} files read", done, all));
+      session.console.error(countedSentence(all, "{} of {} file read", "{} of {} files read", done, all));
   });
 }
 
 void printFindings(Console& console, const CheckReport& report) {
-  Table table({{"Bill", false, 8}, {"Problem", false, 30}, {"File", false, 12, 1}});
+  Table table({{marked("Bill"), false, 8}, {marked("Problem"), false, 30}, {marked("File"), false, 12, 1}});
   for (const Finding& finding : report.findings) table.add({finding.bill, finding.problem.text, finding.file});
   if (!report.findings.empty()) table.print(console);
 }
@@ -69,16 +70,15 @@ Json repairJson(const Repair& repair) {
   return {{"copy", repair.copy}, {"removedDoubles", repair.doubles}, {"listed", std::move(listed)}};
 }
 
-std::string counted(std::size_t count, const char* one, const char* many) {
-  return fmt::format("{} {}", count, count == 1 ? one : many);
-}
-
 std::string questionAbout(const Platform& platform, const UnlistedBill& bill) {
   const Date* due = bill.content.get<Date>(key::DueDate);
   const Array* payments = bill.content.get<Array>(key::PaymentList);
-  return fmt::format("\"{}\" is in no list (due {}, {}). Which one? a active, r archived, d deleted, Enter none:",
-                     bill.content.valueOr(key::Name, bill.bid), due == nullptr ? "never" : isoDay(platform, *due),
-                     counted(payments == nullptr ? 0 : payments->size(), "payment", "payments"));
+  const std::size_t count = payments == nullptr ? 0 : payments->size();
+  // translators: the second is a date, or "never". The letters a, r and d are what is typed; they stay as they are.
+  return countedSentence(
+      count, "\"{}\" is in no list (due {}, {} payment). Which one? a active, r archived, d deleted, Enter none:",
+      "\"{}\" is in no list (due {}, {} payments). Which one? a active, r archived, d deleted, Enter none:",
+      bill.content.valueOr(key::Name, bill.bid), due == nullptr ? translated("never") : isoDay(platform, *due), count);
 }
 
 /// Nobody but the person says where a bill belongs: it may have been taken off its list on purpose.
@@ -86,8 +86,9 @@ std::vector<Choice> askWhere(Session& session, const std::vector<UnlistedBill>& 
   std::vector<Choice> choices;
   if (bills.empty()) return choices;
   if (!session.console.canAsk()) {
-    session.console.error(fmt::format("{} in no list: nobody can be asked here, so nothing was changed about that.",
-                                      counted(bills.size(), "bill is", "bills are")));
+    session.console.error(countedSentence(
+        bills.size(), "{} bill is in no list: nobody can be asked here, so nothing was changed about that.",
+        "{} bills are in no list: nobody can be asked here, so nothing was changed about that.", bills.size()));
     return choices;
   }
   for (const UnlistedBill& bill : bills) {
@@ -108,7 +109,7 @@ std::string copiedAside(const Platform& platform, const std::string& folder) {
   std::string copy = first;
   for (int number = 2; platform.files.exists(copy); ++number) copy = fmt::format("{}-{}", first, number);
   if (const Result<> copied = platform.files.copy(folder, copy); !copied)
-    couldNot("Nothing was repaired, because the data folder could not be copied first: " + copied.error() + ".");
+    couldNot(sentence("Nothing was repaired, because the data folder could not be copied first: {}.", copied.error()));
   return copy;
 }
 
@@ -158,13 +159,19 @@ Repair repair(Session& session, const std::string& folder, const CheckReport& re
   return done;
 }
 
+std::string stateNow(const Choice& choice) {
+  if (choice.list.key == key::ActiveBills) return sentence("\"{}\" is active now.", choice.name);
+  if (choice.list.key == key::ArchivedBills) return sentence("\"{}\" is archived now.", choice.name);
+  return sentence("\"{}\" is deleted now.", choice.name);
+}
+
 void printRepair(Console& console, const Repair& repair) {
-  if (repair.copy.empty()) return console.line("There was nothing to repair.");
+  if (repair.copy.empty()) return console.line(translated("There was nothing to repair."));
   if (repair.doubles > 0)
-    console.line(fmt::format("Took {} off the lists.", counted(repair.doubles, "double entry", "double entries")));
-  for (const Choice& choice : repair.listed)
-    console.line(printable(fmt::format("\"{}\" is {} now.", choice.name, choice.list.word)));
-  console.line(printable("The data folder as it was before: " + repair.copy));
+    console.line(countedSentence(repair.doubles, "Took {} double entry off the lists.",
+                                 "Took {} double entries off the lists.", repair.doubles));
+  for (const Choice& choice : repair.listed) console.line(printable(stateNow(choice)));
+  console.line(printable(sentence("The data folder as it was before: {}", repair.copy)));
 }
 
 void printAll(Session& session, const std::string& folder, const CheckReport& report,
@@ -177,7 +184,15 @@ void printAll(Session& session, const std::string& folder, const CheckReport& re
   }
   if (repair) return printRepair(session.console, *repair);
   if (report.findings.empty() && session.console.interactive())
-    session.console.line(fmt::format("{} read, nothing found.", counted(report.files, "file", "files")));
+    session.console.line(
+        countedSentence(report.files, "{} file read, nothing found.", "{} files read, nothing found.", report.files));
+}
+
+std::string countOfProblems(std::size_t left, std::size_t read, bool repairs) {
+  // translators: stands in "{} problems found in {}." and "{} problems left in {}."
+  const std::string files = countedSentence(read, "{} file", "{} files", read);
+  return repairs ? countedSentence(left, "{} problem left in {}.", "{} problems left in {}.", left, files)
+                 : countedSentence(left, "{} problem found in {}.", "{} problems found in {}.", left, files);
 }
 
 void check(Session& session, bool repairs) {
@@ -191,19 +206,17 @@ void check(Session& session, bool repairs) {
     left = checkDataFolder(session.platform, folder, [](std::size_t, std::size_t) {}).findings.size();
   }
   printAll(session, folder, report, done, left);
-  if (left > 0)
-    couldNot(fmt::format("{} {} in {}.", counted(left, "problem", "problems"), repairs ? "left" : "found",
-                         counted(report.files, "file", "files")));
+  if (left > 0) couldNot(countOfProblems(left, report.files, repairs));
 }
 
 }  // namespace
 
 void addCheck(CLI::App& app, Invocation& invocation) {
   auto repairs = std::make_shared<bool>(false);
-  CLI::App* command =
-      addCommand(app, invocation,
-                 {"check", "Read every file of the data folder and tell what is wrong", "tallyvane check --repair"},
-                 [repairs](Session& session) { check(session, *repairs); });
+  CLI::App* command = addCommand(
+      app, invocation,
+      {"check", marked("Read every file of the data folder and tell what is wrong"), "tallyvane check --repair"},
+      [repairs](Session& session) { check(session, *repairs); });
   command->add_flag("--repair", *repairs,
                     "Take doubles off the lists, and ask where bills in no list belong; copies the folder first");
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "cli/Session.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -53,7 +54,7 @@ void addExport(CLI::App& app, Invocation& invocation);
 /// What a program without a command does: the overview of the active bills.
 void runDefaultOverview(Session& session);
 
-inline constexpr const char* billHelp = "The bill's name, the beginning of its name, or its identifier";
+inline constexpr const char* billHelp = marked("The bill's name, the beginning of its name, or its identifier");
 
 /// Texts that every command has. Descriptions of commands and options are English here and shown in the user's
 /// language.

@@ -3,6 +3,7 @@
 #include "cli/BillChange.h"
 #include "cli/BillLookup.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "storage/QMBill.h"
 
 namespace tallyvane::cli {
@@ -18,17 +19,17 @@ void deleteBill(Session& session, const std::string& named) {
         QMBill{platform}.deleteBillWithBid(bill.bid);
       },
       [&] { agreeWithFiles(platform, bill.bid, {bill.name()}); });
-  sayDone(session, "Deleted", bill.bid);
+  sayDone(session, marked("Deleted \"{}\""), bill.bid);
 }
 
 }  // namespace
 
 void addDelete(CLI::App& app, Invocation& invocation) {
   auto bill = std::make_shared<std::string>();
-  CLI::App* command =
-      addCommand(app, invocation,
-                 {"delete", "Delete a bill; its file is kept and restore brings it back", "tallyvane delete Rent"},
-                 [bill](Session& session) { deleteBill(session, *bill); });
+  CLI::App* command = addCommand(
+      app, invocation,
+      {"delete", marked("Delete a bill; its file is kept and restore brings it back"), "tallyvane delete Rent"},
+      [bill](Session& session) { deleteBill(session, *bill); });
   command->add_option("BILL", *bill, billHelp)->required();
 }
 

@@ -6,6 +6,7 @@
 #include "cli/Failure.h"
 #include "cli/TextInput.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "storage/QMBill.h"
 #include "storage/QMBillsLoader.h"
 
@@ -27,11 +28,12 @@ struct Change {
 
 Change changeFrom(const Platform& platform, const Options& options) {
   Change change;
-  if (options.name) change.name = nameInput("A bill's name", *options.name);
+  if (options.name) change.name = nameInput(*options.name, translated("A bill's name must not be empty."));
   change.fields = fieldsFrom(platform, options);
   if (options.dontRemind) change.fields.remindMe = false;
   if (options.notAutomatic) change.fields.automatic = false;
-  if (!change.name && change.fields == BillFields()) wrongUsage("Say what to change. See: tallyvane edit --help");
+  if (!change.name && change.fields == BillFields())
+    wrongUsage(translated("Say what to change.") + " " + sentence("See: {}", "tallyvane edit --help"));
   return change;
 }
 
@@ -65,16 +67,16 @@ void edit(Session& session, const Options& options) {
       [&] {
         agreeWithFiles(platform, bill.bid, {bill.name(), change.name.value_or(bill.name())});
       });
-  sayDone(session, "Changed", bill.bid);
+  sayDone(session, marked("Changed \"{}\""), bill.bid);
 }
 
 }  // namespace
 
 void addEdit(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = addCommand(app, invocation,
-                                 {"edit", "Change a bill; what is not named stays", "tallyvane edit Rent --amount 950"},
-                                 [options](Session& session) { edit(session, *options); });
+  CLI::App* command = addCommand(
+      app, invocation, {"edit", marked("Change a bill; what is not named stays"), "tallyvane edit Rent --amount 950"},
+      [options](Session& session) { edit(session, *options); });
   command->add_option("BILL", options->bill, billHelp)->required();
   command->add_option("--name", options->name, "Its new name");
   addBillOptions(*command, *options);

@@ -7,6 +7,7 @@
 #include "cli/Failure.h"
 #include "cli/commands/Commands.h"
 #include "cli/export/Exports.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -25,7 +26,7 @@ std::string exported(const Session& session, const Options& options) {
   if (options.csv) return csvOf(session.platform, bills);
   if (options.hledger) return journalOf(session.platform, bills);
   Result<std::string> calendar = calendarOf(session.platform, bills);
-  if (!calendar) couldNot("There is nothing to export: " + calendar.error() + ".");
+  if (!calendar) couldNot(sentence("There is nothing to export: {}.", calendar.error()));
   return *calendar;
 }
 
@@ -33,17 +34,19 @@ std::string exported(const Session& session, const Options& options) {
 void writeTo(Session& session, const std::string& named, const std::string& text) {
   std::error_code error;
   const std::string path = std::filesystem::absolute(named, error).lexically_normal().string();
-  if (named.empty() || error) wrongUsage("\"" + named + "\" is no name for a file.");
-  if (session.platform.files.isFolder(path)) couldNot(path + " is a folder; name a file in it.");
+  if (named.empty() || error) wrongUsage(sentence("\"{}\" is no name for a file.", named));
+  if (session.platform.files.isFolder(path)) couldNot(sentence("{} is a folder; name a file in it.", path));
   if (path.starts_with(requireDataFolder(session.platform) + "/"))
-    couldNot(path + " lies in the data folder; choose another one.");
+    couldNot(sentence("{} lies in the data folder; choose another one.", path));
   if (const Result<> saved = session.platform.files.save(path, text); !saved)
-    couldNot("The export was not written: " + saved.error() + ".");
+    couldNot(sentence("The export was not written: {}.", saved.error()));
 }
 
 void exportBills(Session& session, const Options& options) {
   const int forms = int{session.json} + int{options.csv} + int{options.ics} + int{options.hledger};
-  if (forms != 1) wrongUsage("Say one of --json, --csv, --ics and --hledger. See: tallyvane export --help");
+  if (forms != 1)
+    wrongUsage(translated("Say one of --json, --csv, --ics and --hledger.") + " " +
+               sentence("See: {}", "tallyvane export --help"));
   const std::string text = exported(session, options);
   if (options.output) return writeTo(session, *options.output, text);
   session.console.text(session.console.interactive() ? printableLines(text) : text);
@@ -53,10 +56,10 @@ void exportBills(Session& session, const Options& options) {
 
 void addExport(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = addCommand(
-      app, invocation,
-      {"export", "Write bills and payments for other programs", "tallyvane export --hledger --output bills.journal"},
-      [options](Session& session) { exportBills(session, *options); });
+  CLI::App* command = addCommand(app, invocation,
+                                 {"export", marked("Write bills and payments for other programs"),
+                                  "tallyvane export --hledger --output bills.journal"},
+                                 [options](Session& session) { exportBills(session, *options); });
   command->add_flag("--csv", options->csv, "A table for spreadsheets: a row for each bill and each payment");
   command->add_flag("--ics", options->ics, "A calendar with the due dates of the active bills");
   command->add_flag("--hledger", options->hledger, "A journal of the payments for hledger");

@@ -14,6 +14,7 @@
 #include "cli/PaymentChange.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -58,7 +59,7 @@ int barWidth(const Console& console, const std::vector<GraphBar>& bars) {
 void printGraph(Session& session, const Graph& graph, bool byMonth) {
   const bool isShort = session.console.interactive() && !byMonth;
   const int width = barWidth(session.console, graph.bars);
-  Table table({{byMonth ? "Month" : "Day"}, {"", false, 0, 1}, {"Amount", true}});
+  Table table({{byMonth ? marked("Month") : marked("Day")}, {"", false, 0, 1}, {marked("Amount"), true}});
   for (std::size_t i = 0; i < graph.bars.size(); ++i) {
     const GraphBar& each = graph.bars[i];
     if (isShort && each.label.empty() && graph.amounts[i] == Value(0.0F)) continue;
@@ -85,7 +86,8 @@ void printGraphJson(Session& session, const ListedBill& bill, const Graph& graph
 std::string pictureInput(const std::string& text) {
   std::error_code error;
   const std::string path = std::filesystem::absolute(text, error).lexically_normal().string();
-  if (error || !path.ends_with(".svg")) wrongUsage("\"" + text + "\" is no name for a picture; it must end in .svg.");
+  if (error || !path.ends_with(".svg"))
+    wrongUsage(sentence("\"{}\" is no name for a picture; it must end in .svg.", text));
   return path;
 }
 
@@ -101,9 +103,9 @@ void drawGraph(Session& session, const Options& options) {
   const Graph graph = graphOf(session.platform, bill, byMonth);
   if (options.svg) savePicture(session, bill, graph, path);
   if (session.json) return printGraphJson(session, bill, graph, options.by);
-  if (options.svg) return session.console.line(printable("Drew \"" + bill.name() + "\": " + path));
+  if (options.svg) return session.console.line(printable(sentence("Drew \"{}\": {}", bill.name(), path)));
   if (session.console.interactive() && paymentsOf(bill).empty())
-    return session.console.line(printable("\"" + bill.name() + "\" has no payments."));
+    return session.console.line(printable(sentence("\"{}\" has no payments.", bill.name())));
   printGraph(session, graph, byMonth);
 }
 
@@ -112,7 +114,7 @@ void drawGraph(Session& session, const Options& options) {
 void addGraph(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
   CLI::App* command = addCommand(app, invocation,
-                                 {"graph", "Draw what was paid for a bill, the newest first",
+                                 {"graph", marked("Draw what was paid for a bill, the newest first"),
                                   "tallyvane graph Electricity --by payment --svg electricity.svg"},
                                  [options](Session& session) { drawGraph(session, *options); });
   command->add_option("BILL", options->bill, billHelp)->required();

@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <memory>
 #include <set>
@@ -12,6 +10,7 @@
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "common/PreviousVersion.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "import/QMImportManager.h"
 #include "platform/PropertyListFile.h"
@@ -52,7 +51,7 @@ class ImportProgress : public Log {
     if (!text.starts_with("Imported Bill: ")) return;
     ++imported_;
     if (imported_ % step == 0 && console_.interactive())
-      console_.error(fmt::format("{} of {} bills imported", imported_, count_));
+      console_.error(countedSentence(count_, "{} of {} bill imported", "{} of {} bills imported", imported_, count_));
   }
   void diagnostic(std::string_view text) override { log_.diagnostic(text); }
   [[nodiscard]] std::size_t imported() const { return imported_; }
@@ -76,10 +75,11 @@ std::string oldFolderOf(const Platform& platform, const Options& options) {
 void requireOldFolder(const Platform& platform, const std::string& folder) {
   const std::string data = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
   if (!data.empty() && (folder + "/").starts_with(data + "/"))
-    couldNot(folder + " lies in the data folder; an old folder is beside it.");
+    couldNot(sentence("{} lies in the data folder; an old folder is beside it.", folder));
   const bool isOld = folder.ends_with("/Tallyvane") && platform.files.isFolder(folder + "/Data");
   if (!isOld)
-    couldNot(folder + " is no folder of the previous version: that is named \"Tallyvane\" and has a folder \"Data\".");
+    couldNot(sentence("{} is no folder of the previous version: that is named \"Tallyvane\" and has a folder \"Data\".",
+                      folder));
 }
 
 /// The payments of such a file cannot be told apart from their notes and receipts.
@@ -113,27 +113,27 @@ OldBill oldBill(const Platform& platform, const std::string& folder, const std::
 std::vector<OldBill> oldBills(const Platform& platform, const std::string& folder) {
   std::vector<OldBill> bills;
   const Result<std::vector<std::string>> names = platform.files.list(folder + "/Data");
-  if (!names) couldNot("The old bills cannot be listed: " + names.error() + ".");
+  if (!names) couldNot(sentence("The old bills cannot be listed: {}.", names.error()));
   for (const std::string& name : *names) {
     if (!name.starts_with('.')) bills.push_back(oldBill(platform, folder, name));
   }
   return bills;
 }
 
-std::string stateOf(const OldBill& bill) {
-  if (bill.stopsImport) return "stops the import: fewer notes or receipts than payments";
-  if (!bill.readable) return "archived; not readable";
-  return bill.active ? "active" : "archived";
+Cell stateOf(const OldBill& bill) {
+  if (bill.stopsImport) return wordCell(marked("stops the import: fewer notes or receipts than payments"));
+  if (!bill.readable) return wordCell(marked("archived; not readable"));
+  return wordCell(std::string(bill.active ? activeBills.word : archivedBills.word));
 }
 
 void printPlan(Session& session, const std::vector<OldBill>& bills) {
   const QMBillsLoader loader{session.platform};
-  Table table({{"File", false, 12, 3},
-               {"Bill", false, 12},
-               {"Due"},
-               {"Repeats", false, 0, 2},
-               {"Payments", true},
-               {"Becomes"}});
+  Table table({{marked("File"), false, 12, 3},
+               {marked("Bill"), false, 12},
+               {marked("Due")},
+               {marked("Repeats"), false, 0, 2},
+               {marked("Payments"), true},
+               {marked("Becomes")}});
   for (const OldBill& bill : bills) {
     const Cell due =
         bill.due ? Cell(loader.createDueDateStringWithDate(*bill.due), isoDay(session.platform, *bill.due)) : Cell("");
@@ -169,8 +169,9 @@ void requireNewNames(const Platform& platform, const std::vector<OldBill>& bills
     if (count++ == 0) first = bill.name;
   }
   if (count == 0) return;
-  couldNot(fmt::format("{} of these bills, such as \"{}\", are here already. Add --force to import all of them again.",
-                       count, first));
+  couldNot(countedSentence(
+      count, "{} of these bills, \"{}\", is here already. Add --force to import all of them again.",
+      "{} of these bills, such as \"{}\", are here already. Add --force to import all of them again.", count, first));
 }
 
 /// By the model's operation that fits the place: two of them also put the data folder back to its default place.
@@ -217,7 +218,8 @@ std::size_t importAll(Session& session, const Options& options, const std::strin
       restoreLocation);
   if (progress.imported() == 0) restoreLocation();
   if (!failure.empty())
-    couldNot(fmt::format("The import ended after {} bills, which stay: {}.", progress.imported(), failure));
+    couldNot(countedSentence(progress.imported(), "The import ended after {} bill, which stays: {}.",
+                             "The import ended after {} bills, which stay: {}.", progress.imported(), failure));
   return progress.imported();
 }
 
@@ -235,8 +237,8 @@ void importBills(Session& session, const Options& options) {
   if (!options.force) requireNewNames(platform, bills);
   const std::size_t imported = importAll(session, options, folder, bills.size());
   if (session.json) return printJson(session.console, {{"folder", folder}, {"imported", imported}});
-  session.console.line(
-      fmt::format("Imported {} {}. The old files stay where they are.", imported, imported == 1 ? "bill" : "bills"));
+  session.console.line(countedSentence(imported, "Imported {} bill. The old files stay where they are.",
+                                       "Imported {} bills. The old files stay where they are.", imported));
 }
 
 }  // namespace
@@ -245,7 +247,7 @@ void addImport(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
   CLI::App* command = addCommand(
       app, invocation,
-      {"import", "Bring in the bills of the previous version", "tallyvane import ~/Backup/Tallyvane --dry-run"},
+      {"import", marked("Bring in the bills of the previous version"), "tallyvane import ~/Backup/Tallyvane --dry-run"},
       [options](Session& session) { importBills(session, *options); });
   command->add_option("FOLDER", options->folder,
                       "The old folder \"Tallyvane\"; looked for where it usually is if not given");

@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <memory>
 
@@ -13,6 +11,7 @@
 #include "cli/Json.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "platform/PropertyListFile.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
@@ -31,11 +30,13 @@ struct Options {
 void requireReadableIncome(const Platform& platform) {
   requireReadableData(platform);
   const std::string path = pathInDataFolder(platform, incomeIndexName);
-  requireReadableFile(platform, path, "income file");
+  requireReadableFile(platform, path,
+                      marked("The income file: {}. Put back a good copy of this file, or move it away."));
   const auto content = readPropertyListFile<Dictionary>(platform.files, platform.log, path);
   if (!content || !content->contains(key::IncomeSources) || content->get<Array>(key::IncomeSources)) return;
-  couldNot("The income file: " + path +
-           ": \"IncomeSources\" is not a list. Put back a good copy of this file, or move it away.");
+  couldNot(sentence(
+      "The income file: {}: \"IncomeSources\" is not a list. Put back a good copy of this file, or move it away.",
+      path));
 }
 
 /// Runs an operation of the model on the income file, which it may prune.
@@ -53,23 +54,27 @@ auto onIncome(Session& session, Operation operation) {
 void listIncome(Session& session) {
   const Platform& platform = session.platform;
   const Array sources = onIncome(session, [](QMIncomeManager& manager) { return manager.getIncomeSources(); });
-  Table table(
-      {{"#", true}, {"Income", false, 16, 0}, {"Amount", true}, {"Repeats", false, 0, 2}, {"Pay day", false, 0, 1}});
+  Table table({{"#", true},
+               {marked("Income"), false, 16, 0},
+               {marked("Amount"), true},
+               {marked("Repeats"), false, 0, 2},
+               {marked("Pay day"), false, 0, 1}});
   Json json = Json::array();
   for (std::size_t i = 0; i < sources.size(); ++i) {
     json.push_back(incomeJson(platform, i + 1, sources[i]));
     if (const auto* source = sources[i].get<Dictionary>()) {
       table.add({std::to_string(i + 1), nameOf(sources[i]), amountCell(platform, source->find(key::Amount)),
-                 repeatWord(*source), payDayCell(platform, *source)});
+                 wordCell(repeatWord(*source)), payDayCell(platform, *source)});
     } else {
-      table.add({std::to_string(i + 1), "cannot be read", "", "", ""});
+      table.add({std::to_string(i + 1), wordCell(marked("cannot be read")), "", "", ""});
     }
   }
   if (session.json) return printJson(session.console, json);
   if (!sources.empty()) return table.print(session.console);
   if (!session.console.interactive()) return;
-  session.console.line("There is no income yet.");
-  session.console.line("Add some: tallyvane income add Salary --amount 2800 --repeat monthly --day last");
+  session.console.line(translated("There is no income yet."));
+  session.console.line(
+      sentence("Add some: {}", "tallyvane income add Salary --amount 2800 --repeat monthly --day last"));
 }
 
 /// Changes the stored list, and gives the place of the source of which there is something to say.
@@ -83,14 +88,18 @@ std::pair<std::size_t, Array> changeIncome(Session& session, Change change) {
   });
 }
 
-void sayChanged(Session& session, std::string_view what, std::size_t at, const Value& source) {
+/// The sentence is without its end.
+void sayChanged(Session& session, fmt::format_string<const std::string&> done, std::size_t at, const Value& source) {
   const Platform& platform = session.platform;
   if (session.json) return printJson(session.console, incomeJson(platform, at + 1, source));
   const auto* fields = source.get<Dictionary>();
   if (fields == nullptr) return;
-  session.console.line(printable(fmt::format("{} \"{}\": {} {}, {}.", what, nameOf(source),
-                                             amountCell(platform, fields->find(key::Amount)).shown, repeatWord(*fields),
-                                             payDayCell(platform, *fields).shown)));
+  const std::string name = nameOf(source);
+  // translators: a change of a source of income with its amount, its repetition and its day, as in:
+  // translators: Added "Salary": $2,800.00 monthly, last day.
+  session.console.line(
+      printable(sentence("{}: {} {}, {}.", sentence(done, name), amountCell(platform, fields->find(key::Amount)).shown,
+                         translated(repeatWord(*fields)), payDayCell(platform, *fields).shown)));
 }
 
 void addSource(Session& session, const Options& options) {
@@ -100,21 +109,22 @@ void addSource(Session& session, const Options& options) {
     list.emplace_back(std::move(source));
     return list.size() - 1;
   });
-  sayChanged(session, "Added", at, sources.at(at));
+  sayChanged(session, marked("Added \"{}\""), at, sources.at(at));
 }
 
 void editSource(Session& session, const Options& options) {
   const IncomeOptions& fields = options.fields;
   if (!fields.name && !fields.amount && !fields.repeat && !fields.day && !fields.from)
-    wrongUsage("Say what to change: --name, --amount, --repeat, --day or --from. See: tallyvane income edit --help");
+    wrongUsage(translated("Say what to change: --name, --amount, --repeat, --day or --from.") + " " +
+               sentence("See: {}", "tallyvane income edit --help"));
   const auto [at, sources] = changeIncome(session, [&](Array& list) {
     const std::size_t index = findSource(list, options.source);
     auto* source = list[index].get<Dictionary>();
-    if (source == nullptr) couldNot("That entry cannot be read; it can only be removed.");
+    if (source == nullptr) couldNot(translated("That entry cannot be read; it can only be removed."));
     apply(session.platform, fields, *source);
     return index;
   });
-  sayChanged(session, "Changed", at, sources.at(at));
+  sayChanged(session, marked("Changed \"{}\""), at, sources.at(at));
 }
 
 void removeSource(Session& session, const Options& options) {
@@ -126,7 +136,7 @@ void removeSource(Session& session, const Options& options) {
     return index;
   });
   if (session.json) return printJson(session.console, incomeJson(session.platform, at + 1, removed));
-  session.console.line(printable("Removed \"" + nameOf(removed) + "\"."));
+  session.console.line(printable(sentence("Removed \"{}\".", nameOf(removed))));
 }
 
 void showThisMonth(Session& session) {
@@ -140,8 +150,8 @@ void showThisMonth(Session& session) {
     return printJson(session.console, {{"received", floatJson(sums.soFar)}, {"wholeMonth", floatJson(sums.whole)}});
   const Value soFar = sums.soFar;
   const Value whole = sums.whole;
-  printFields(session.console, {{"Received so far", amountCell(session.platform, &soFar)},
-                                {"Whole month", amountCell(session.platform, &whole)}});
+  printFields(session.console, {{marked("Received so far"), amountCell(session.platform, &soFar)},
+                                {marked("Whole month"), amountCell(session.platform, &whole)}});
 }
 
 void showDates(Session& session) {
@@ -156,7 +166,8 @@ void showDates(Session& session) {
                                                        : isoDay(platform, date));
   }
   if (session.json) return printJson(session.console, json);
-  if (dates.empty() && session.console.interactive()) session.console.line("No income comes this month or the next.");
+  if (dates.empty() && session.console.interactive())
+    session.console.line(translated("No income comes this month or the next."));
 }
 
 CLI::App* addChange(CLI::App& income, Invocation& invocation, const CommandTexts& texts,
@@ -165,29 +176,29 @@ CLI::App* addChange(CLI::App& income, Invocation& invocation, const CommandTexts
 }
 
 void addChanges(CLI::App& income, Invocation& invocation) {
-  constexpr const char* sourceHelp = "The source's name, the beginning of its name, or its number";
+  constexpr const char* sourceHelp = marked("The source's name, the beginning of its name, or its number");
   auto options = std::make_shared<Options>();
-  CLI::App* add = addChange(
-      income, invocation,
-      {"add", "Add a source of income", "tallyvane income add Salary --amount 2800 --repeat monthly --day last"},
-      options, addSource);
+  CLI::App* add = addChange(income, invocation,
+                            {"add", marked("Add a source of income"),
+                             "tallyvane income add Salary --amount 2800 --repeat monthly --day last"},
+                            options, addSource);
   add->add_option("NAME", options->fields.name, "What it is called")->required();
   addIncomeOptions(*add, options->fields);
   add->get_option("--amount")->required();
   add->get_option("--repeat")->required();
 
   options = std::make_shared<Options>();
-  CLI::App* edit =
-      addChange(income, invocation, {"edit", "Change a source of income", "tallyvane income edit Salary --amount 2950"},
-                options, editSource);
+  CLI::App* edit = addChange(
+      income, invocation, {"edit", marked("Change a source of income"), "tallyvane income edit Salary --amount 2950"},
+      options, editSource);
   edit->add_option("SOURCE", options->source, sourceHelp)->required();
   edit->add_option("--name", options->fields.name, "Its new name")->type_name("NAME");
   addIncomeOptions(*edit, options->fields);
 
   options = std::make_shared<Options>();
   CLI::App* remove =
-      addChange(income, invocation, {"remove", "Remove a source of income", "tallyvane income remove Salary"}, options,
-                removeSource);
+      addChange(income, invocation, {"remove", marked("Remove a source of income"), "tallyvane income remove Salary"},
+                options, removeSource);
   remove->add_option("SOURCE", options->source, sourceHelp)->required();
 }
 
@@ -195,20 +206,20 @@ void addChanges(CLI::App& income, Invocation& invocation) {
 
 void addIncome(CLI::App& app, Invocation& invocation) {
   CLI::App* income = addCommand(
-      app, invocation, {"income", "List the money that comes in, or change what is known of it", "tallyvane income"},
-      nullptr);
+      app, invocation,
+      {"income", marked("List the money that comes in, or change what is known of it"), "tallyvane income"}, nullptr);
   income->callback([&invocation, income] {
     if (income->get_subcommands().empty()) invocation.action = listIncome;
   });
   income->require_subcommand(0, 1);
-  addCommand(*income, invocation, {"list", "List the sources of income", "tallyvane income list"}, listIncome);
+  addCommand(*income, invocation, {"list", marked("List the sources of income"), "tallyvane income list"}, listIncome);
   addChanges(*income, invocation);
-  addCommand(
-      *income, invocation,
-      {"this-month", "Show what has come this month, and what comes in all of it", "tallyvane income this-month"},
-      showThisMonth);
-  addCommand(*income, invocation, {"dates", "List the pay dates of this month and the next", "tallyvane income dates"},
-             showDates);
+  addCommand(*income, invocation,
+             {"this-month", marked("Show what has come this month, and what comes in all of it"),
+              "tallyvane income this-month"},
+             showThisMonth);
+  addCommand(*income, invocation,
+             {"dates", marked("List the pay dates of this month and the next"), "tallyvane income dates"}, showDates);
 }
 
 }  // namespace tallyvane::cli

@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <memory>
 
@@ -10,6 +8,7 @@
 #include "cli/commands/Commands.h"
 #include "common/DataFolderState.h"
 #include "common/PlaceChange.h"
+#include "common/Sentences.h"
 #include "storage/Keys.h"
 #include "storage/QMBillsLoader.h"
 #include "storage/Settings.h"
@@ -38,9 +37,10 @@ void showLocation(Session& session) {
   const Platform& platform = session.platform;
   const std::string folder = currentFolder(platform);
   const bool isOwn = boolSetting(platform.defaults, key::CustomLocationEnabled);
-  const std::string kind = !isOwn                                                    ? "usual"
-                           : boolSetting(platform.defaults, key::DropboxSyncEnabled) ? "dropbox"
-                                                                                     : "chosen";
+  // translators: the kind of place where the data folder is: the usual one, a Dropbox, or another that was chosen
+  const std::string kind = !isOwn                                                    ? marked("usual")
+                           : boolSetting(platform.defaults, key::DropboxSyncEnabled) ? marked("dropbox")
+                                                                                     : marked("chosen");
   const bool isThere = platform.files.isFolder(folder);
   const std::optional<std::size_t> bills = programs::billsListedIn(platform, folder);
   const std::optional<std::string> unfinished = programs::unfinishedChange(platform);
@@ -51,9 +51,9 @@ void showLocation(Session& session) {
                                        {"bills", bills ? Json(*bills) : Json(nullptr)},
                                        {"unfinished", unfinished ? Json(*unfinished) : Json(nullptr)}});
   }
-  session.console.line("Data folder: " + (folder.empty() ? "cannot be told" : printable(folder)));
-  session.console.line("Kind: " + kind);
-  session.console.line(isThere ? fmt::format("Bills: {}", bills.value_or(0)) : "It is not there now.");
+  session.console.line(sentence("Data folder: {}", folder.empty() ? translated("cannot be told") : printable(folder)));
+  session.console.line(sentence("Kind: {}", translated(kind)));
+  session.console.line(isThere ? sentence("Bills: {}", bills.value_or(0)) : translated("It is not there now."));
   if (unfinished) session.console.line(printable(*unfinished));
 }
 
@@ -62,7 +62,8 @@ Place ownPlace(const Platform& platform, const Options& options) {
   constexpr std::string_view belowDropbox = "/Apps/Tallyvane";
   if (options.folder.empty()) {
     Place place = programs::currentPlace(platform);
-    if (!place.folder) wrongUsage("Name the Dropbox folder: tallyvane location --set ~/Dropbox --dropbox");
+    if (!place.folder)
+      wrongUsage(sentence("Name the Dropbox folder: {}", "tallyvane location --set ~/Dropbox --dropbox"));
     place.dropbox = true;
     return place;
   }
@@ -82,32 +83,31 @@ bool overlap(const std::string& left, const std::string& right) {
 Carrying carryingTo(const Platform& platform, const std::string& to, bool isUsual, const Options& options) {
   FileStore& files = platform.files;
   const std::string from = currentFolder(platform);
-  if (from == to) couldNot("The data folder is there already: " + to + ".");
-  if (overlap(from, to)) couldNot(from + " and " + to + " lie in one another.");
+  if (from == to) couldNot(sentence("The data folder is there already: {}.", to));
+  if (overlap(from, to)) couldNot(sentence("{} and {} lie in one another.", from, to));
   const bool isTaken = files.exists(to) && !programs::isEmptyFolder(files, to);
   const std::optional<std::size_t> found = programs::billsListedIn(platform, to);
   if (options.adopt) {
     if (found || (isUsual && !isTaken)) return Carrying::adopt;
-    couldNot("There is no data folder with bills at the new place: " + to + ".");
+    couldNot(sentence("There is no data folder with bills at the new place: {}.", to));
   }
   const bool hasNothing = programs::isEmptyFolder(files, from);
   if (found && hasNothing && !options.copy) return Carrying::adopt;
   if (found)
-    couldNot(
-        fmt::format("There are {} bills in {} already. Add --adopt to use these from now on; the others stay in {}.",
-                    *found, to, from));
-  if (isTaken) couldNot(to + " is there already, but has no list of bills. Move it away first.");
+    couldNot(countedSentence(
+        *found, "There is {} bill in {} already. Add --adopt to use it from now on; the others stay in {}.",
+        "There are {} bills in {} already. Add --adopt to use these from now on; the others stay in {}.", *found, to,
+        from));
+  if (isTaken) couldNot(sentence("{} is there already, but has no list of bills. Move it away first.", to));
   if (!files.isFolder(from))
-    couldNot(
-        fmt::format("The data folder is not there: {}. Connect the disk that it is on, or add --adopt to use the "
-                    "one at the new place.",
-                    from));
+    couldNot(sentence("The data folder is not there: {}.", from) + " " +
+             translated("Connect the disk that it is on, or add --adopt to use the one at the new place."));
   return options.copy ? Carrying::copy : Carrying::move;
 }
 
 [[noreturn]] void failChange(const Platform& platform, const std::string& reason) {
   const auto unfinished = programs::unfinishedChange(platform);
-  couldNot("Not done: " + reason + "." + (unfinished ? " " + *unfinished : ""));
+  couldNot(sentence("Not done: {}.", reason) + (unfinished ? " " + *unfinished : ""));
 }
 
 void sayWhereNow(Session& session, const std::string& said) {
@@ -129,8 +129,9 @@ void changeLocation(Session& session, const Options& options) {
   });
   if (!outcome) failChange(platform, outcome.error());
   const std::size_t bills = programs::billsListedIn(platform, to).value_or(0);
-  sayWhereNow(session, fmt::format("The data folder is now {} ({} bills).{}", to, bills,
-                                   carrying == Carrying::move ? "" : " The one before stays in " + from + "."));
+  const std::string now = countedSentence(bills, "The data folder is now {} ({} bill).",
+                                          "The data folder is now {} ({} bills).", to, bills);
+  sayWhereNow(session, carrying == Carrying::move ? now : now + " " + sentence("The one before stays in {}.", from));
 }
 
 void finishChange(Session& session) {
@@ -138,18 +139,18 @@ void finishChange(Session& session) {
   Result<> outcome;
   session.write([&] {
     const auto change = programs::begunPlaceChange(platform);
-    if (!change) couldNot("No change of place was interrupted.");
+    if (!change) couldNot(translated("No change of place was interrupted."));
     outcome = programs::finishPlaceChange(platform, *change);
   });
   if (!outcome) failChange(platform, outcome.error());
-  sayWhereNow(session, "The data folder is " + currentFolder(platform) + ".");
+  sayWhereNow(session, sentence("The data folder is {}.", currentFolder(platform)));
 }
 
 void runLocation(Session& session, const Options& options) {
   const bool changes = !options.folder.empty() || options.dropbox || options.reset;
   if (options.finish) return finishChange(session);
   if (changes) return changeLocation(session, options);
-  if (options.copy || options.adopt) wrongUsage("Say where to: --set FOLDER, --dropbox or --reset.");
+  if (options.copy || options.adopt) wrongUsage(translated("Say where to: --set FOLDER, --dropbox or --reset."));
   showLocation(session);
 }
 
@@ -157,10 +158,10 @@ void runLocation(Session& session, const Options& options) {
 
 void addLocation(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
-  CLI::App* command =
-      addCommand(app, invocation,
-                 {"location", "Show where the data folder is, or move it", "tallyvane location --set /media/disk"},
-                 [options](Session& session) { runLocation(session, *options); });
+  CLI::App* command = addCommand(
+      app, invocation,
+      {"location", marked("Show where the data folder is, or move it"), "tallyvane location --set /media/disk"},
+      [options](Session& session) { runLocation(session, *options); });
   CLI::Option* set = command->add_option("--set", options->folder,
                                          "Keep the data folder in this folder; what is there now moves with it");
   CLI::Option* dropbox =

@@ -12,6 +12,7 @@
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "common/MailRound.h"
+#include "common/Sentences.h"
 #include "reminders/QMEmailManager.h"
 #include "reminders/QMReminderManager.h"
 #include "storage/Keys.h"
@@ -27,10 +28,12 @@ using Outcomes = std::vector<MailOutcome>;
 bool wasTaken(const MailOutcome& outcome) { return outcome.failure.empty() && outcome.status < firstErrorStatus; }
 
 std::string textOf(const MailOutcome& outcome) {
-  if (!outcome.failure.empty()) return "not sent: " + outcome.failure;
+  // translators: what became of a message, behind its title
+  if (!outcome.failure.empty()) return sentence("not sent: {}", outcome.failure);
   const std::string answer =
       fmt::format("{}{}", outcome.status, outcome.answerText.empty() ? "" : ": " + outcome.answerText);
-  return (wasTaken(outcome) ? "sent; the service answered " : "refused; the service answered ") + answer;
+  return wasTaken(outcome) ? sentence("sent; the service answered {}", answer)
+                           : sentence("refused; the service answered {}", answer);
 }
 
 void printOutcomes(Session& session, const Outcomes& outcomes) {
@@ -47,15 +50,16 @@ void printOutcomes(Session& session, const Outcomes& outcomes) {
                     {"failure", outcome.failure}});
   }
   if (session.json) return printJson(session.console, list);
-  if (outcomes.empty()) session.console.line("No message was due to be sent.");
+  if (outcomes.empty()) session.console.line(translated("No message was due to be sent."));
 }
 
 void requireTaken(const Outcomes& outcomes) {
   const auto refused = std::count_if(outcomes.begin(), outcomes.end(), [](const auto& o) { return !wasTaken(o); });
   if (refused == 0) return;
   const bool anyWaits = std::any_of(outcomes.begin(), outcomes.end(), [](const auto& o) { return !o.failure.empty(); });
-  couldNot(fmt::format("{} of {} messages did not get through.{}", refused, outcomes.size(),
-                       anyWaits ? " What was not sent waits in the queue." : ""));
+  couldNot(countedSentence(outcomes.size(), "{} of {} message did not get through.",
+                           "{} of {} messages did not get through.", refused, outcomes.size()) +
+           (anyWaits ? " " + translated("What was not sent waits in the queue.") : ""));
 }
 
 /// Runs what sends messages, waits until each has its outcome, and shows them.
@@ -71,14 +75,16 @@ void send(Session& session, const std::function<void(QMEmailManager&)>& operatio
 }
 
 void requireNothingMissing(const std::optional<std::string>& hindrance) {
-  if (hindrance) couldNot("No mail is sent: " + *hindrance + ". See: tallyvane mail --help");
+  if (hindrance)
+    couldNot(sentence("No mail is sent: {}.", translated(*hindrance)) + " " +
+             sentence("See: {}", "tallyvane mail --help"));
 }
 
 void setRecipient(Session& session, const std::string& address) {
   const Value value = settingInput(session.platform, findSetting(std::string(key::LEMAddress)), address);
   session.write([&] {
     const Result<> stored = session.platform.defaults.set(key::LEMAddress, value);
-    if (!stored) couldNot("The address was not changed: " + stored.error() + ".");
+    if (!stored) couldNot(sentence("The address was not changed: {}.", stored.error()));
   });
 }
 
@@ -115,7 +121,7 @@ void showQueue(Session& session) {
   const QMEmailManager manager{session.platform};
   const std::vector<std::string> titles = manager.getPendingMessages();
   Json list = Json::array();
-  Table table({{"Bill", false, 16, 0}, {"Due", false, 0, 1}, {"Reminder", false, 0, 2}});
+  Table table({{marked("Bill"), false, 16, 0}, {marked("Due"), false, 0, 1}, {marked("Reminder"), false, 0, 2}});
   for (const std::string& title : titles) {
     const Dictionary message = manager.dictionaryForBill(title).value_or(Dictionary());
     list.push_back(messageJson(session.platform, title, message));
@@ -123,7 +129,7 @@ void showQueue(Session& session) {
                dayText(session.platform, message, key::mailAlarmDate)});
   }
   if (session.json) return printJson(session.console, list);
-  if (titles.empty()) return session.console.line("No message waits.");
+  if (titles.empty()) return session.console.line(translated("No message waits."));
   table.print(session.console);
 }
 
@@ -144,10 +150,13 @@ void showState(Session& session) {
                                        {"waiting", waiting}});
   }
   Console& console = session.console;
-  console.line(fmt::format("Reminders by e-mail: {}", areOn ? "on" : "off"));
-  console.line("To: " + (to.empty() ? "nobody yet" : printable(to)));
-  console.line("Service: " + printable(manager.serviceAddress()) + (hasKey ? "" : ", no API key is set up"));
-  console.line(fmt::format("Waiting: {}", waiting));
+  console.line(areOn ? translated("Reminders by e-mail: on") : translated("Reminders by e-mail: off"));
+  // translators: the address to which reminders are sent, or "nobody yet"
+  console.line(sentence("To: {}", to.empty() ? translated("nobody yet") : printable(to)));
+  const std::string service = printable(manager.serviceAddress());
+  console.line(hasKey ? sentence("Service: {}", service) : sentence("Service: {}, no API key is set up", service));
+  // translators: how many messages wait
+  console.line(sentence("Waiting: {}", waiting));
 }
 
 }  // namespace
@@ -161,7 +170,7 @@ void addMail(CLI::App& app, Invocation& invocation) {
     };
   };
   CLI::App* mail = addCommand(app, invocation,
-                              {"mail", "Show how reminders by e-mail stand, or send them",
+                              {"mail", marked("Show how reminders by e-mail stand, or send them"),
                                "tallyvane settings set QMEmailsEnabled yes\n  tallyvane mail test --to me@example.org"},
                               nullptr);
   mail->add_option("--to", *recipient, "Have reminders sent to this address from now on");
@@ -169,12 +178,12 @@ void addMail(CLI::App& app, Invocation& invocation) {
   mail->callback([&invocation, mail, withRecipient] {
     if (mail->get_subcommands().empty()) invocation.action = withRecipient(showState);
   });
-  addCommand(*mail, invocation, {"queue", "List the messages that wait", "tallyvane mail queue"},
+  addCommand(*mail, invocation, {"queue", marked("List the messages that wait"), "tallyvane mail queue"},
              withRecipient(showQueue));
   addCommand(*mail, invocation,
-             {"check", "Send what is due, and wait for the service's answers", "tallyvane mail check"},
+             {"check", marked("Send what is due, and wait for the service's answers"), "tallyvane mail check"},
              withRecipient(checkQueue));
-  addCommand(*mail, invocation, {"test", "Send a test message", "tallyvane mail test --to me@example.org"},
+  addCommand(*mail, invocation, {"test", marked("Send a test message"), "tallyvane mail test --to me@example.org"},
              withRecipient(sendTest));
 }
 

@@ -5,6 +5,7 @@
 #include "cli/Json.h"
 #include "cli/TextStatusBar.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "helper/QMHelperMenulet.h"
 #include "storage/QMBillsLoader.h"
 
@@ -63,15 +64,16 @@ void showMenu(Session& session) {
 
   const ShownStatusItem& item = statusBar.shown();
   if (session.json) return printMenuJson(session.console, item);
-  if (!item.exists) return session.console.line("The status menu is switched off (EnableStartAtLoginMenu).");
-  session.console.line((session.console.interactive() ? "Title: " : "title\t") + item.title);
+  if (!item.exists)
+    return session.console.line(translated("The status menu is switched off (EnableStartAtLoginMenu)."));
+  session.console.line(session.console.interactive() ? sentence("Title: {}", item.title) : "title\t" + item.title);
   for (const MenuEntry& entry : item.menu.entries) printEntry(session.console, entry);
 }
 
 }  // namespace
 
 void addMenu(CLI::App& app, Invocation& invocation) {
-  addCommand(app, invocation, {"menu", "Show the status menu as text", "tallyvane menu"}, showMenu);
+  addCommand(app, invocation, {"menu", marked("Show the status menu as text"), "tallyvane menu"}, showMenu);
 }
 
 }  // namespace tallyvane::cli

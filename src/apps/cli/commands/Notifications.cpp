@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <memory>
 
@@ -9,6 +7,7 @@
 #include "cli/Json.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "storage/Keys.h"
 
 namespace tallyvane::cli {
@@ -18,7 +17,7 @@ namespace {
 using Notifications = std::vector<UserNotification>;
 
 UserNotificationCenter& requireCenter(const Platform& platform) {
-  if (platform.notifications == nullptr) couldNot("There are no notifications here.");
+  if (platform.notifications == nullptr) couldNot(translated("There are no notifications here."));
   return *platform.notifications;
 }
 
@@ -54,12 +53,16 @@ void showNotifications(Session& session) {
                                        {"delivered", listJson(session.platform, delivered)}});
   }
   if (scheduled.empty() && delivered.empty()) {
-    if (session.console.interactive()) session.console.line("No notification is scheduled, and none was delivered.");
+    if (session.console.interactive())
+      session.console.line(translated("No notification is scheduled, and none was delivered."));
     return;
   }
-  Table table({{"When", false, 0, 0}, {"Notification", false, 16, 0}, {"Text", false, 12, 2}, {"Id", false, 0, 1}});
-  addSection(session.platform, table, "Scheduled", scheduled);
-  addSection(session.platform, table, "Delivered", delivered);
+  Table table({{marked("When"), false, 0, 0},
+               {marked("Notification"), false, 16, 0},
+               {marked("Text"), false, 12, 2},
+               {marked("Id"), false, 0, 1}});
+  addSection(session.platform, table, marked("Scheduled"), scheduled);
+  addSection(session.platform, table, marked("Delivered"), delivered);
   table.print(session.console);
 }
 
@@ -107,13 +110,12 @@ void removeNotifications(Session& session, const std::vector<std::string>& texts
         (void)center.removeScheduled(notification);
       }
     });
-    if (!removed) couldNot("No notification was removed: " + removed.error() + ".");
+    if (!removed) couldNot(sentence("No notification was removed: {}.", removed.error()));
   });
   if (session.json) return printJson(session.console, listJson(session.platform, meant));
-  session.console.line(meant.empty() ? "There was none to remove."
-                                     : fmt::format("Removed {}.", meant.size() == 1
-                                                                      ? "1 notification"
-                                                                      : fmt::format("{} notifications", meant.size())));
+  session.console.line(meant.empty() ? translated("There was none to remove.")
+                                     : countedSentence(meant.size(), "Removed {} notification.",
+                                                       "Removed {} notifications.", meant.size()));
 }
 
 }  // namespace
@@ -121,7 +123,7 @@ void removeNotifications(Session& session, const std::vector<std::string>& texts
 void addNotifications(CLI::App& app, Invocation& invocation) {
   CLI::App* notifications =
       addCommand(app, invocation,
-                 {"notifications", "List the desktop notifications that are scheduled and that were delivered",
+                 {"notifications", marked("List the desktop notifications that are scheduled and that were delivered"),
                   "tallyvane notifications"},
                  nullptr);
   notifications->require_subcommand(0, 1);
@@ -129,12 +131,13 @@ void addNotifications(CLI::App& app, Invocation& invocation) {
     if (notifications->get_subcommands().empty()) invocation.action = showNotifications;
   });
   const auto texts = std::make_shared<std::vector<std::string>>();
-  CLI::App* remove = addCommand(*notifications, invocation,
-                                {"remove",
-                                 "Remove notifications; a bill that asks for reminders has its own again when they are "
-                                 "next placed",
-                                 "tallyvane notifications remove Rent"},
-                                [texts](Session& session) { removeNotifications(session, *texts); });
+  CLI::App* remove =
+      addCommand(*notifications, invocation,
+                 {"remove",
+                  marked("Remove notifications; a bill that asks for reminders has its own again when they are "
+                         "next placed"),
+                  "tallyvane notifications remove Rent"},
+                 [texts](Session& session) { removeNotifications(session, *texts); });
   remove->add_option("BILL|ID", *texts, "A bill, for all of its notifications, or the identifier of one")
       ->required()
       ->expected(1, -1);

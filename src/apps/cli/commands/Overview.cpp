@@ -11,6 +11,7 @@
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "common/PreviousVersion.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "schedule/SortByDueDate.h"
 #include "storage/QMBillsLoader.h"
@@ -64,17 +65,17 @@ std::vector<Section> sectionsOf(const Platform& platform, const std::vector<Dict
     sections.push_back({details.valueOr(fmt::format("Section{}", i + 1), std::string()), {next, end}});
     next = end;
   }
-  if (undated != dated.end()) sections.push_back({"No due date", {undated, dated.end()}});
+  if (undated != dated.end()) sections.push_back({marked("No due date"), {undated, dated.end()}});
   return sections;
 }
 
 void printTable(Session& session, const std::vector<Section>& sections) {
   const QMBillsLoader loader{session.platform};
-  Table table({{"Bill", false, 16, 0},
-               {"Due", false, 0, 0},
-               {"Date", false, 0, 2},
-               {"Amount", true, 0, 1},
-               {"Repeats", false, 0, 3}});
+  Table table({{marked("Bill"), false, 16, 0},
+               {marked("Due"), false, 0, 0},
+               {marked("Date"), false, 0, 2},
+               {marked("Amount"), true, 0, 1},
+               {marked("Repeats"), false, 0, 3}});
   for (const Section& section : sections) {
     table.startSection(section.title);
     for (const Dictionary& row : section.rows) {
@@ -98,15 +99,27 @@ void printSections(Session& session, const Options& options, const std::vector<S
   printJson(session.console, {{"group", options.group}, {"sections", list}});
 }
 
+std::string noneTagged(const Group& group) {
+  if (group.key == key::ActiveBills) return translated("No active bill has this tag.");
+  if (group.key == key::ArchivedBills) return translated("No archived bill has this tag.");
+  return translated("No deleted bill has this tag.");
+}
+
+std::string noneAtAll(const Group& group) {
+  if (group.key == key::ActiveBills) return translated("There are no active bills.");
+  if (group.key == key::ArchivedBills) return translated("There are no archived bills.");
+  return translated("There are no deleted bills.");
+}
+
 void sayNothingToShow(Session& session, const Options& options, bool hasRows) {
-  if (hasRows) return session.console.line("No bill is due within this range.");
-  if (!options.tag.empty()) return session.console.line(fmt::format("No {} bill has this tag.", options.group));
-  session.console.line(fmt::format("There are no {} bills.", options.group));
+  if (hasRows) return session.console.line(translated("No bill is due within this range."));
+  if (!options.tag.empty()) return session.console.line(noneTagged(groupOf(options)));
+  session.console.line(noneAtAll(groupOf(options)));
   if (options.group != activeBills.word) return;
   if (const auto folder = programs::folderToOfferForImport(session.platform))
     return session.console.line(
-        printable(fmt::format("Those of the previous version are in {}. Bring them in: tallyvane import", *folder)));
-  session.console.line("Add one: tallyvane add Rent --due 2027-03-01 --repeat monthly --amount 900");
+        printable(sentence("Those of the previous version are in {}. Bring them in: tallyvane import", *folder)));
+  session.console.line(sentence("Add one: {}", "tallyvane add Rent --due 2027-03-01 --repeat monthly --amount 900"));
 }
 
 void showOverview(Session& session, const Options& options) {
@@ -138,7 +151,7 @@ void addOverview(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
   CLI::App* command = addCommand(
       app, invocation,
-      {"overview", "List the bills that are overdue, due soon and due later", "tallyvane overview --range 14"},
+      {"overview", marked("List the bills that are overdue, due soon and due later"), "tallyvane overview --range 14"},
       [options](Session& session) { showOverview(session, *options); });
   command->add_option("--range", options->range, "How many days ahead: 5, 14, 30 or all")
       ->check(CLI::IsMember(std::vector<std::string>(ranges.begin(), ranges.end())));

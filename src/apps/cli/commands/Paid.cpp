@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <memory>
 
 #include "analysis/Payments.h"
@@ -12,6 +10,7 @@
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "cli/input/MonthInput.h"
+#include "common/Sentences.h"
 #include "foundation/Calendar.h"
 #include "foundation/NumberReading.h"
 #include "foundation/Texts.h"
@@ -45,7 +44,7 @@ Paid paidFor(const Platform& platform, const std::vector<Dictionary>& bills, Dat
   return {manager.totalPaymentsThisMonth, sum};
 }
 
-std::vector<Cell> cellsOf(const Platform& platform, const std::string& name, const Paid& paid) {
+std::vector<Cell> cellsOf(const Platform& platform, const Cell& name, const Paid& paid) {
   const Value sum = paid.sum;
   return {name, std::to_string(paid.count), amountCell(platform, &sum)};
 }
@@ -60,15 +59,17 @@ bool isPast(const Platform& platform, Date date) {
 
 void printPaid(Session& session, const std::vector<Dictionary>& bills, Date date, bool all) {
   const Platform& platform = session.platform;
-  Table table({{"Bill", false, 16, 0}, {"Payments", true}, {"Amount", true}});
+  Table table({{marked("Bill"), false, 16, 0}, {marked("Payments"), true}, {marked("Amount"), true}});
   for (const Dictionary& bill : bills) {
     const Paid paid = paidFor(platform, std::vector<Dictionary>(1, bill), date, all);
     if (paid.count > 0) table.add(cellsOf(platform, bill.valueOr(key::Name, std::string()), paid));
   }
-  table.add(cellsOf(platform, "Paid in " + monthName(platform, date), paidFor(platform, bills, date, all)));
+  // translators: a year such as "2027", or a month such as "March 2027"
+  table.add(
+      cellsOf(platform, sentenceCell("Paid in {}", monthName(platform, date)), paidFor(platform, bills, date, all)));
   table.print(session.console);
   if (all || !isPast(platform, date)) return;
-  const std::string hint = "Bills that were paid again later are not counted; --all counts every payment.";
+  const std::string hint = translated("Bills that were paid again later are not counted; --all counts every payment.");
   if (!session.console.interactive()) return session.console.error(hint);  // beside what a program reads
   session.console.line(session.console.painted(hint, Colour::dim));
 }
@@ -105,9 +106,9 @@ void showPaid(Session& session, const Options& options) {
 
 void addPaid(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
-  CLI::App* command =
-      addCommand(app, invocation, {"paid", "Show what was paid in a month", "tallyvane paid 'last month' --all"},
-                 [options](Session& session) { showPaid(session, *options); });
+  CLI::App* command = addCommand(app, invocation,
+                                 {"paid", marked("Show what was paid in a month"), "tallyvane paid 'last month' --all"},
+                                 [options](Session& session) { showPaid(session, *options); });
   command->add_option("MONTH", options->month,
                       "2027-02, february, \"feb 2027\", \"last month\"; this month if not given");
   command->add_flag("--all", options->all, "Count every payment, also of bills paid again later or archived since");

@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <memory>
 
 #include "cli/BillChange.h"
@@ -12,6 +10,7 @@
 #include "cli/commands/Commands.h"
 #include "cli/input/AmountInput.h"
 #include "cli/input/DueDateInput.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/QMPaymentLogger.h"
 #include "storage/QMBillsLoader.h"
@@ -44,7 +43,7 @@ QMPayment paymentFrom(const Platform& platform, const Options& options) {
 Value proposedAmount(const Platform& platform, const ListedBill& bill) {
   Value amount = QMPaymentLogger{platform}.amountPrefilValueForBill(bill.content);
   if (isPayable(amount)) return amount;
-  wrongUsage(fmt::format("Say how much was paid: \"{}\" has no amount to go by. Add --amount N.", bill.name()));
+  wrongUsage(sentence("Say how much was paid: \"{}\" has no amount to go by. Add --amount N.", bill.name()));
 }
 
 void record(const Platform& platform, const ListedBill& bill, const QMPayment& payment, bool updateDate) {
@@ -62,8 +61,9 @@ void say(Session& session, const ListedBill& bill, const QMPayment& payment) {
   const Dictionary after = storedBill(platform, bill);
   if (session.json) return printJson(session.console, changeJson(platform, bill, after));
   session.console.line(
-      printable(fmt::format("Paid \"{}\": {} on {}.", bill.name(), amountCell(platform, &*payment.amount).shown,
-                            QMBillsLoader{platform}.createDueDateStringWithDate(*payment.date))));
+      // translators: a bill, an amount and a day
+      printable(sentence("Paid \"{}\": {} on {}.", bill.name(), amountCell(platform, &*payment.amount).shown,
+                         QMBillsLoader{platform}.createDueDateStringWithDate(*payment.date))));
   printFields(session.console, changedFields(platform, bill.content, after));
 }
 
@@ -90,7 +90,7 @@ void pay(Session& session, const Options& options) {
 void addPay(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
   CLI::App* command = addCommand(app, invocation,
-                                 {"pay", "Log a payment and move the bill to its next due date",
+                                 {"pay", marked("Log a payment and move the bill to its next due date"),
                                   "tallyvane pay Rent --amount 900 --receipt ~/Downloads/rent.pdf"},
                                  [options](Session& session) { pay(session, *options); });
   command->add_option("BILL", options->bill, billHelp)->required();

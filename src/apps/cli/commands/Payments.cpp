@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <memory>
 
@@ -14,6 +12,7 @@
 #include "cli/commands/Commands.h"
 #include "cli/input/AmountInput.h"
 #include "cli/input/DueDateInput.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/PaymentList.h"
 #include "payments/QMPaymentLogger.h"
@@ -54,13 +53,13 @@ Correction correctionFrom(const Platform& platform, const Options& options) {
 
 std::size_t indexInput(const ListedBill& bill, const Array& payments, std::string_view what,
                        const std::string& number) {
-  if (payments.empty()) couldNot(fmt::format("\"{}\" has no payments.", bill.name()));
+  if (payments.empty()) couldNot(sentence("\"{}\" has no payments.", bill.name()));
   return static_cast<std::size_t>(countInput(what, number, 1, static_cast<std::int64_t>(payments.size()))) - 1;
 }
 
 void apply(const Platform& platform, const Correction& correction, Value& payment) {
   Dictionary* entry = payment.get<Dictionary>();
-  if (entry == nullptr) couldNot("That entry is no payment; it can only be removed.");
+  if (entry == nullptr) couldNot(translated("That entry is no payment; it can only be removed."));
   if (correction.amount) entry->set(key::Amount, *correction.amount);
   if (correction.date) entry->set(key::Date, *correction.date);
   if (correction.note) entry->set(key::Note, *correction.note);
@@ -114,20 +113,30 @@ void correct(Session& session, const Options& options) {
       [&] { agreeWithFiles(platform, bill.bid, {bill.name()}); });
 }
 
+Cell receiptCell(const Receipt& receipt) {
+  if (!receipt.isMissing) return receipt.path;
+  // translators: a payment's receipt
+  Cell cell = sentenceCell("missing: {}", receipt.path);
+  cell.colour = Colour::red;
+  return cell;
+}
+
 std::vector<Cell> cellsOf(const Platform& platform, std::size_t number, const Dictionary& payment) {
   const Date* date = payment.get<Date>(key::Date);
   const Receipt receipt = receiptOf(platform, payment);
   const Cell day = date == nullptr
-                       ? Cell("no date", "")
+                       ? Cell(translated("no date"), "")
                        : Cell(QMBillsLoader{platform}.createDueDateStringWithDate(*date), isoDay(platform, *date));
   return {std::to_string(number), day, amountCell(platform, payment.find(key::Amount)),
-          payment.valueOr(key::Note, std::string()),
-          Cell((receipt.isMissing ? "missing: " : "") + receipt.path,
-               (receipt.isMissing ? "missing: " : "") + receipt.path, receipt.isMissing ? Colour::red : Colour::none)};
+          payment.valueOr(key::Note, std::string()), receiptCell(receipt)};
 }
 
 void printTable(Session& session, const ListedBill& bill, const Array& payments) {
-  Table table({{"#", true}, {"Date"}, {"Amount", true}, {"Note", false, 8, 2}, {"Receipt", false, 12, 3}});
+  Table table({{"#", true},
+               {marked("Date")},
+               {marked("Amount"), true},
+               {marked("Note"), false, 8, 2},
+               {marked("Receipt"), false, 12, 3}});
   for (std::size_t i = 0; i < payments.size(); ++i) {
     const Dictionary* payment = payments[i].get<Dictionary>();
     table.add(cellsOf(session.platform, i + 1, payment == nullptr ? Dictionary() : *payment));
@@ -136,9 +145,10 @@ void printTable(Session& session, const ListedBill& bill, const Array& payments)
   if (!session.console.interactive()) return;
   const auto amount = [&](std::string_view key) { return amountCell(session.platform, bill.content.find(key)).shown; };
   session.console.line();
-  session.console.line(printable(fmt::format("{}; {} in all, {} on average",
-                                             QMBillsLoader{session.platform}.formattedTimesPaidWithPayments(&payments),
-                                             amount(key::TotalPaid), amount(key::Average))));
+  // translators: behind how often it was paid come two amounts, as in: Paid 2 times; $20.00 in all, $10.00 on average
+  session.console.line(printable(sentence("{}; {} in all, {} on average",
+                                          QMBillsLoader{session.platform}.formattedTimesPaidWithPayments(&payments),
+                                          amount(key::TotalPaid), amount(key::Average))));
 }
 
 void printPaymentsJson(Session& session, const ListedBill& bill, const Array& payments) {
@@ -162,15 +172,16 @@ void printPaymentsJson(Session& session, const ListedBill& bill, const Array& pa
 void payments(Session& session, const Options& options) {
   const bool corrects = options.edit || options.remove;
   if (options.edit && !options.namesAChange())
-    wrongUsage("Say what to correct: --amount, --date, --note or --receipt. See: tallyvane payments --help");
+    wrongUsage(translated("Say what to correct: --amount, --date, --note or --receipt.") + " " +
+               sentence("See: {}", "tallyvane payments --help"));
   if (!options.edit && options.namesAChange())
-    wrongUsage("Say which payment to correct, with --edit N. \"tallyvane pay\" logs a new one.");
+    wrongUsage(translated("Say which payment to correct, with --edit N. \"tallyvane pay\" logs a new one."));
   if (corrects) correct(session, options);
   const ListedBill bill = findBill(session.platform, options.bill, {std::begin(allGroups), std::end(allGroups)});
   const Array list = paymentsOf(bill);
   if (session.json) return printPaymentsJson(session, bill, list);
   if (!list.empty()) return printTable(session, bill, list);
-  if (session.console.interactive()) session.console.line(printable("\"" + bill.name() + "\" has no payments."));
+  if (session.console.interactive()) session.console.line(printable(sentence("\"{}\" has no payments.", bill.name())));
 }
 
 }  // namespace
@@ -178,7 +189,7 @@ void payments(Session& session, const Options& options) {
 void addPayments(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
   CLI::App* command = addCommand(app, invocation,
-                                 {"payments", "List a bill's payments, or correct one of the past",
+                                 {"payments", marked("List a bill's payments, or correct one of the past"),
                                   "tallyvane payments Rent --edit 2 --amount 905.50"},
                                  [options](Session& session) { payments(session, *options); });
   command->add_option("BILL", options->bill, billHelp)->required();

@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <memory>
 
@@ -11,6 +9,7 @@
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "common/ReminderPass.h"
+#include "common/Sentences.h"
 #include "foundation/Calendar.h"
 #include "reminders/QMReminderManager.h"
 #include "storage/Keys.h"
@@ -83,11 +82,12 @@ std::vector<std::string> missing(const Platform& platform, const Plan& plan) {
   return names;
 }
 
-std::string placeText(const Plan& plan) {
-  if (plan.isNowhere()) return "nowhere";
-  const std::string calendar = plan.calendar ? "calendar \"" + *plan.calendar + "\"" : "";
-  const std::string between = plan.calendar && plan.notifications ? ", " : "";
-  return calendar + between + (plan.notifications ? "notification" : "");
+Cell placeCell(const Plan& plan) {
+  // translators: where a reminder is placed, in a table
+  if (plan.isNowhere()) return wordCell(marked("nowhere"));
+  if (!plan.calendar) return wordCell(marked("notification"));
+  return plan.notifications ? sentenceCell("calendar \"{}\", notification", *plan.calendar)
+                            : sentenceCell("calendar \"{}\"", *plan.calendar);
 }
 
 void printPlanJson(Session& session, const Plan& plan) {
@@ -108,19 +108,23 @@ void printPlan(Session& session, const Plan& plan) {
   if (session.json) return printPlanJson(session, plan);
   const bool speaks = session.console.interactive();
   if (plan.placings.empty()) {
-    if (speaks) session.console.line("No bill asks for reminders. Have one ask: tallyvane edit Rent --remind 3");
+    if (speaks)
+      session.console.line(sentence("No bill asks for reminders. Have one ask: {}", "tallyvane edit Rent --remind 3"));
     return;
   }
-  Table table({{"Reminder", false, 0, 0}, {"Bill", false, 16, 0}, {"Due", false, 0, 1}, {"Where", false, 8, 2}});
+  Table table({{marked("Reminder"), false, 0, 0},
+               {marked("Bill"), false, 16, 0},
+               {marked("Due"), false, 0, 1},
+               {marked("Where"), false, 8, 2}});
   for (const Placing& placing : plan.placings) {
     table.add({timeCell(platform, placing.at), placing.name,
                Cell(QMBillsLoader{platform}.createDueDateStringWithDate(placing.due), isoDay(platform, placing.due)),
-               placeText(plan)});
+               placeCell(plan)});
   }
   table.print(session.console);
   if (!plan.isNowhere() || !speaks) return;
   session.console.line();
-  session.console.line("Calendar events and notifications are both switched off. Switch one on:");
+  session.console.line(translated("Calendar events and notifications are both switched off. Switch one on:"));
   session.console.line("tallyvane settings set QMEnableNotificationCenter yes");
 }
 
@@ -128,7 +132,10 @@ std::string listed(const std::vector<std::string>& names) {
   constexpr std::size_t most = 5;
   std::string text;
   for (std::size_t i = 0; i < std::min(names.size(), most); ++i) text += (i == 0 ? "" : ", ") + names[i];
-  return names.size() > most ? fmt::format("{} and {} more", text, names.size() - most) : text;
+  if (names.size() <= most) return text;
+  const std::size_t further = names.size() - most;
+  // translators: the names of some bills, and how many more there are
+  return countedSentence(further, "{} and {} more", "{} and {} more", text, further);
 }
 
 void remind(Session& session, bool dryRun) {
@@ -140,10 +147,10 @@ void remind(Session& session, bool dryRun) {
   session.write([&] {
     plan = makePlan(platform);
     if (const Result<> passed = programs::runReminderPass(platform); !passed)
-      couldNot("The notifications stay as they were: " + passed.error() + ".");
+      couldNot(sentence("The notifications stay as they were: {}.", passed.error()));
     notPlaced = missing(platform, plan);
   });
-  if (!notPlaced.empty()) couldNot("Not all reminders could be placed, those of: " + listed(notPlaced) + ".");
+  if (!notPlaced.empty()) couldNot(sentence("Not all reminders could be placed, those of: {}.", listed(notPlaced)));
   printPlan(session, plan);
 }
 
@@ -151,10 +158,10 @@ void remind(Session& session, bool dryRun) {
 
 void addRemind(CLI::App& app, Invocation& invocation) {
   auto dryRun = std::make_shared<bool>(false);
-  CLI::App* command = addCommand(
-      app, invocation,
-      {"remind", "Place the reminders of all bills anew, and show where and when", "tallyvane remind --dry-run"},
-      [dryRun](Session& session) { remind(session, *dryRun); });
+  CLI::App* command = addCommand(app, invocation,
+                                 {"remind", marked("Place the reminders of all bills anew, and show where and when"),
+                                  "tallyvane remind --dry-run"},
+                                 [dryRun](Session& session) { remind(session, *dryRun); });
   command->add_flag("--dry-run", *dryRun, "Only show what would be placed");
 }
 

@@ -11,6 +11,7 @@
 #include "cli/input/DueDateInput.h"
 #include "cli/input/NextDueDates.h"
 #include "cli/input/RepeatInput.h"
+#include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {
@@ -53,7 +54,7 @@ void showRepeat(Session& session, const Options& options) {
 void addRepeat(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
   CLI::App* command = addCommand(app, invocation,
-                                 {"repeat", "Say a repeat rule in words, and the dates that follow",
+                                 {"repeat", marked("Say a repeat rule in words, and the dates that follow"),
                                   "tallyvane repeat \"every 2 weeks\" --from 2027-03-01 --count 10"},
                                  [options](Session& session) { showRepeat(session, *options); });
   command->add_option("RULE", options->rule, "monthly, \"every 2 weeks\", quarterly, \"twice a month\", never")

@@ -3,6 +3,7 @@
 #include "cli/BillChange.h"
 #include "cli/BillLookup.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "storage/QMBill.h"
 
 namespace tallyvane::cli {
@@ -36,16 +37,16 @@ void restore(Session& session, const Options& options) {
         QMBill{platform}.rewriteSpecificBill(bill.content);  // moving makes no reminders; this does
       },
       [&] { agreeWithFiles(platform, bill.bid, {bill.name()}); });
-  sayDone(session, "Restored", bill.bid);
+  sayDone(session, marked("Restored \"{}\""), bill.bid);
 }
 
 }  // namespace
 
 void addRestore(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
-  CLI::App* command =
-      addCommand(app, invocation, {"restore", "Bring back an archived or deleted bill", "tallyvane restore Rent"},
-                 [options](Session& session) { restore(session, *options); });
+  CLI::App* command = addCommand(
+      app, invocation, {"restore", marked("Bring back an archived or deleted bill"), "tallyvane restore Rent"},
+      [options](Session& session) { restore(session, *options); });
   command->add_option("BILL", options->bill, billHelp)->required();
   command->add_flag("--force", options->force, "Also when an active bill has the same name");
 }

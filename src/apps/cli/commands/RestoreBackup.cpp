@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <memory>
 
 #include "cli/BillChange.h"
@@ -10,6 +8,7 @@
 #include "common/BackupRestore.h"
 #include "common/DataFolderState.h"
 #include "common/PlaceChange.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "reminders/QMReminderManager.h"
 #include "storage/NewestBackup.h"
@@ -64,18 +63,24 @@ void replaceData(Session& session, Result<> (*replace)(const Platform&)) {
   });
   if (outcome) return;
   const auto unfinished = programs::unfinishedChange(platform);
-  couldNot("Not done: " + outcome.error() + (unfinished ? ". " + *unfinished : ". Your bills are as they were."));
+  couldNot(sentence("Not done: {}.", outcome.error()) + " " +
+           (unfinished ? *unfinished : translated("Your bills are as they were.")));
 }
 
 void requireSettledPlace(const Platform& platform) {
   if (programs::begunPlaceChange(platform)) couldNot(programs::unfinishedChange(platform).value_or(std::string()));
 }
 
-void requireConsent(Session& session, bool confirmed, const std::string& backup) {
+void requireConsent(Session& session, bool confirmed, const std::string& day, std::size_t bills) {
   if (confirmed) return;
-  if (!session.console.canAsk()) wrongUsage("Nobody can be asked here; add --yes to restore " + backup + ".");
-  if (!session.console.confirms("Replace your bills by " + backup + "? What has changed since then is lost."))
-    couldNot("Nothing was changed.");
+  if (!session.console.canAsk())
+    wrongUsage(countedSentence(bills, "Nobody can be asked here; add --yes to restore the backup of {} with {} bill.",
+                               "Nobody can be asked here; add --yes to restore the backup of {} with {} bills.", day,
+                               bills));
+  const std::string question = countedSentence(
+      bills, "Replace your bills by the backup of {} with {} bill? What has changed since then is lost.",
+      "Replace your bills by the backup of {} with {} bills? What has changed since then is lost.", day, bills);
+  if (!session.console.confirms(question)) couldNot(translated("Nothing was changed."));
 }
 
 void restoreBackup(Session& session, const Options& options) {
@@ -84,26 +89,27 @@ void restoreBackup(Session& session, const Options& options) {
   if (options.undo) {
     replaceData(session, programs::putReplacedFolderBack);
     if (session.json) return printJson(session.console, {{"undone", true}});
-    return session.console.line("Your bills from before the restore are back.");
+    return session.console.line(translated("Your bills from before the restore are back."));
   }
   const std::optional<std::string> backup = newestBackup(platform);
   const auto bills = backup ? programs::billsListedIn(platform, *backup) : std::nullopt;
-  if (!bills) couldNot("There is no complete backup to restore.");
+  if (!bills) couldNot(translated("There is no complete backup to restore."));
   const std::string day = QMBillsLoader{platform}.lastBackedUpNaturalDate();
-  requireConsent(session, options.confirmed, fmt::format("the backup of {} with {} bills", day, *bills));
+  requireConsent(session, options.confirmed, day, *bills);
   replaceData(session, programs::restoreNewestBackup);
   if (session.json) return printJson(session.console, {{"restored", true}, {"bills", *bills}});
-  session.console.line(fmt::format("Restored the backup of {} with {} bills.", day, *bills));
+  session.console.line(countedSentence(*bills, "Restored the backup of {} with {} bill.",
+                                       "Restored the backup of {} with {} bills.", day, *bills));
 }
 
 }  // namespace
 
 void addRestoreBackup(CLI::App& app, Invocation& invocation) {
   auto options = std::make_shared<Options>();
-  CLI::App* command =
-      addCommand(app, invocation,
-                 {"restore-backup", "Replace all bills by the newest backup; asks first", "tallyvane restore-backup"},
-                 [options](Session& session) { restoreBackup(session, *options); });
+  CLI::App* command = addCommand(
+      app, invocation,
+      {"restore-backup", marked("Replace all bills by the newest backup; asks first"), "tallyvane restore-backup"},
+      [options](Session& session) { restoreBackup(session, *options); });
   CLI::Option* yes = command->add_flag("--yes", options->confirmed, "Do not ask");
   command->add_flag("--undo", options->undo, "After a restore that was interrupted: bring back the bills from before")
       ->excludes(yes);

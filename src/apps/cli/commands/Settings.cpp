@@ -7,6 +7,7 @@
 #include "cli/Json.h"
 #include "cli/SettingsCatalogue.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "storage/Keys.h"
 #include "storage/Settings.h"
 
@@ -30,7 +31,7 @@ Json described(const Platform& platform, const Setting& setting) {
 void printForPeople(Console& console, const Setting& setting, const std::string& value) {
   const int width = console.terminal().width;
   console.line(fitted(std::string(setting.key) + ": " + printable(value), width));
-  for (const std::string& line : wrapped(setting.meaning, width - 4)) {
+  for (const std::string& line : wrapped(translated(setting.meaning), width - 4)) {
     console.line("    " + console.painted(line, Colour::dim));
   }
 }
@@ -59,7 +60,7 @@ void getSetting(Session& session, const Options& options) {
 }
 
 void requireStored(const Result<>& stored) {
-  if (!stored) couldNot("The setting was not changed: " + stored.error() + ".");
+  if (!stored) couldNot(sentence("The setting was not changed: {}.", stored.error()));
 }
 
 /// Switching the custom location on without a folder would leave the programs with no data folder at all.
@@ -67,13 +68,14 @@ void requireCustomFolder(const Platform& platform) {
   const std::optional<Value> found = platform.defaults.object(key::CustomLocationTempPath);
   const bool wasFound = found && found->is<std::string>() && !found->get<std::string>()->empty();
   if (wasFound || platform.defaults.object(key::CustomLocationBookmark)) return;
-  couldNot("Name the folder first: tallyvane settings set QMCustomLocationBookmark FOLDER");
+  couldNot(sentence("Name the folder first: {}", "tallyvane settings set QMCustomLocationBookmark FOLDER"));
 }
 
 void requireFolderUnused(const Platform& platform, std::string_view forgottenKey) {
   if (forgottenKey != key::CustomLocationBookmark) return;
   if (!boolSetting(platform.defaults, key::CustomLocationEnabled)) return;
-  couldNot("Your bills are in this folder. Switch it off first: tallyvane settings set QMCustomLocationEnabled no");
+  couldNot(sentence("Your bills are in this folder. Switch it off first: {}",
+                    "tallyvane settings set QMCustomLocationEnabled no"));
 }
 
 /// The data folder was found under the old settings; an empty path makes the model look again. Done before the change,
@@ -122,20 +124,20 @@ void addSubcommand(CLI::App& settings, Invocation& invocation, const CommandText
 }  // namespace
 
 void addSettings(CLI::App& app, Invocation& invocation) {
-  CLI::App* settings =
-      addCommand(app, invocation,
-                 {"settings", "List the settings and what they mean, or change one", "tallyvane settings"}, nullptr);
+  CLI::App* settings = addCommand(
+      app, invocation,
+      {"settings", marked("List the settings and what they mean, or change one"), "tallyvane settings"}, nullptr);
   settings->callback([&invocation, settings] {
     if (settings->get_subcommands().empty()) invocation.action = listSettings;
   });
   settings->require_subcommand(0, 1);
-  addSubcommand(*settings, invocation, {"get", "Print one setting", "tallyvane settings get QMDueSoonDays"}, false,
-                getSetting);
-  addSubcommand(*settings, invocation, {"set", "Change one setting", "tallyvane settings set QMReminderTime 09:30"},
-                true, setSetting);
+  addSubcommand(*settings, invocation, {"get", marked("Print one setting"), "tallyvane settings get QMDueSoonDays"},
+                false, getSetting);
   addSubcommand(*settings, invocation,
-                {"unset", "Go back to a setting's first value", "tallyvane settings unset QMDueSoonDays"}, false,
-                unsetSetting);
+                {"set", marked("Change one setting"), "tallyvane settings set QMReminderTime 09:30"}, true, setSetting);
+  addSubcommand(*settings, invocation,
+                {"unset", marked("Go back to a setting's first value"), "tallyvane settings unset QMDueSoonDays"},
+                false, unsetSetting);
 }
 
 }  // namespace tallyvane::cli

@@ -7,6 +7,7 @@
 #include "cli/Fields.h"
 #include "cli/Json.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "storage/QMBillsLoader.h"
 
@@ -15,11 +16,13 @@ namespace tallyvane::cli {
 namespace {
 
 /// "7 days before", or "no".
-std::string reminderText(const Dictionary& bill) {
-  if (!boolValue(bill, key::RemindMe)) return "no";
+Cell reminderCell(const Dictionary& bill) {
+  if (!boolValue(bill, key::RemindMe)) return wordCell(marked("no"));
   const std::int64_t days = integerValue(bill, key::ReminderDays);
-  if (days == 0) return "on the due day";
-  return std::to_string(days) + (days == 1 ? " day before" : " days before");
+  // translators: when a reminder comes
+  if (days == 0) return wordCell(marked("on the due day"));
+  const std::string shown = countedSentence(static_cast<std::size_t>(days), "{} day before", "{} days before", days);
+  return {shown, fmt::format("{} {} before", days, days == 1 ? "day" : "days")};
 }
 
 /// A fraction as per cent.
@@ -30,7 +33,7 @@ Cell percentCell(const Platform& platform, const Dictionary& bill) {
 
 Cell lastPaymentCell(const Platform& platform, const Dictionary& bill) {
   const Date* last = bill.get<Date>(key::LastPayment);
-  if (last == nullptr || *last == distantPast) return {"never", ""};
+  if (last == nullptr || *last == distantPast) return {translated("never"), ""};
   return {QMBillsLoader{platform}.createDueDateStringWithDate(*last), isoDay(platform, *last)};
 }
 
@@ -46,25 +49,25 @@ std::vector<Field> fieldsOf(const Platform& platform, const Dictionary& bill, st
   const auto amount = [&](std::string_view key) { return amountCell(platform, bill.find(key)); };
   const auto icon = loader.getTitleForIcon(text(key::Icon));
   const std::string due = text(key::HumanDueDate);
-  return {{"Name", text(key::Name)},
-          {"State", std::string(groupWord)},
-          {"Due", Cell(due, due, colourOf(bill))},
-          {"Date", dueDateCell(platform, bill)},
-          {"Repeats", text(key::HumanRepeat)},
-          {"Amount", amount(key::Amount)},
-          {"Balance", amount(key::Balance)},
-          {"Interest", percentCell(platform, bill)},
-          {"Paid automatically", isPaidAutomatically(bill) ? "yes" : "no"},
-          {"Reminder", reminderText(bill)},
-          {"Site", text(key::PaySite)},
-          {"Tags", joined(stringsOf(bill.get<Array>(key::Tags)))},
-          {"Icon", icon ? icon->title : text(key::Icon)},
-          {"Last payment", lastPaymentCell(platform, bill)},
-          {"Payments", loader.formattedTimesPaidWithPayments(bill.get<Array>(key::PaymentList))},
-          {"Average", amount(key::Average)},
-          {"Total paid", amount(key::TotalPaid)},
-          {"Identifier", text(key::Bid)},
-          {"Notes", text(key::Notes)}};
+  return {{marked("Name"), text(key::Name)},
+          {marked("State"), wordCell(std::string(groupWord))},
+          {marked("Due"), Cell(due, due, colourOf(bill))},
+          {marked("Date"), dueDateCell(platform, bill)},
+          {marked("Repeats"), text(key::HumanRepeat)},
+          {marked("Amount"), amount(key::Amount)},
+          {marked("Balance"), amount(key::Balance)},
+          {marked("Interest"), percentCell(platform, bill)},
+          {marked("Paid automatically"), wordCell(isPaidAutomatically(bill) ? marked("yes") : marked("no"))},
+          {marked("Reminder"), reminderCell(bill)},
+          {marked("Site"), text(key::PaySite)},
+          {marked("Tags"), joined(stringsOf(bill.get<Array>(key::Tags)))},
+          {marked("Icon"), icon ? icon->title : text(key::Icon)},
+          {marked("Last payment"), lastPaymentCell(platform, bill)},
+          {marked("Payments"), loader.formattedTimesPaidWithPayments(bill.get<Array>(key::PaymentList))},
+          {marked("Average"), amount(key::Average)},
+          {marked("Total paid"), amount(key::TotalPaid)},
+          {marked("Identifier"), text(key::Bid)},
+          {marked("Notes"), text(key::Notes)}};
 }
 
 void showBill(Session& session, const std::string& named) {
@@ -78,7 +81,7 @@ void showBill(Session& session, const std::string& named) {
 
 void addShow(CLI::App& app, Invocation& invocation) {
   auto bill = std::make_shared<std::string>();
-  CLI::App* command = addCommand(app, invocation, {"show", "Show all about one bill", "tallyvane show Rent"},
+  CLI::App* command = addCommand(app, invocation, {"show", marked("Show all about one bill"), "tallyvane show Rent"},
                                  [bill](Session& session) { showBill(session, *bill); });
   command->add_option("BILL", *bill, billHelp)->required();
 }

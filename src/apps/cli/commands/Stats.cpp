@@ -14,6 +14,7 @@
 #include "cli/PaymentChange.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 
 namespace tallyvane::cli {
@@ -28,14 +29,22 @@ struct Figure {
 };
 
 constexpr Figure figures[] = {
-    {"Overdue or due soon", "overdueOrDueSoon", &QMStatisticsCalculator::countAndAmountofBillsDueSoonForData},
-    {"Overdue, to pay yourself", "overdue", &QMStatisticsCalculator::countAndAmountofBillsOverdueSoonForData},
-    {"Due soon, to pay yourself", "dueSoon",
+    {marked("Overdue or due soon"), "overdueOrDueSoon", &QMStatisticsCalculator::countAndAmountofBillsDueSoonForData},
+    {marked("Overdue, to pay yourself"), "overdue", &QMStatisticsCalculator::countAndAmountofBillsOverdueSoonForData},
+    {marked("Due soon, to pay yourself"), "dueSoon",
      &QMStatisticsCalculator::countAndAmountofBillsDueExcludingOverdueSoonForData},
-    {"Due later, to pay yourself", "dueLater", &QMStatisticsCalculator::countAndAmountofBillsDueLaterForData}};
+    {marked("Due later, to pay yourself"), "dueLater", &QMStatisticsCalculator::countAndAmountofBillsDueLaterForData}};
 
-constexpr std::pair<std::string_view, const char*> seasons[] = {
-    {key::TotalWinter, "winter"}, {key::TotalSpring, "spring"}, {key::TotalSummer, "summer"}, {key::TotalFall, "fall"}};
+struct Season {
+  std::string_view key;
+  const char* jsonKey;
+  const char* title;
+};
+
+constexpr Season seasons[] = {{key::TotalWinter, "winter", marked("Paid in winter")},
+                              {key::TotalSpring, "spring", marked("Paid in spring")},
+                              {key::TotalSummer, "summer", marked("Paid in summer")},
+                              {key::TotalFall, "fall", marked("Paid in fall")}};
 
 /// One bill with the payments of all, to have their totals in one sum.
 Dictionary allPaymentsOf(const std::vector<Dictionary>& bills) {
@@ -59,13 +68,14 @@ Cell yearCell(const Platform& platform, const Dictionary& totals, std::string_vi
 }
 
 std::vector<Field> totalsFields(const Platform& platform, const Dictionary& totals) {
-  const auto year = [&](std::string_view key) { return "Paid in " + totals.valueOr(key, std::string()); };
+  const auto year = [&](std::string_view key) {
+    return sentenceCell("Paid in {}", totals.valueOr(key, std::string()));
+  };
   std::vector<Field> fields{
       {year(key::ThisYearString), yearCell(platform, totals, key::TotalThisYear, key::ThisYearHeight)},
       {year(key::LastYearString), yearCell(platform, totals, key::TotalLastYear, key::LastYearHeight)},
-      {"Paid in all", amountCell(platform, totals.find(key::Total))}};
-  for (const auto& [key, word] : seasons)
-    fields.push_back({fmt::format("Paid in {}", word), amountCell(platform, totals.find(key))});
+      {marked("Paid in all"), amountCell(platform, totals.find(key::Total))}};
+  for (const Season& season : seasons) fields.push_back({season.title, amountCell(platform, totals.find(season.key))});
   return fields;
 }
 
@@ -78,7 +88,7 @@ Json totalsJson(const Dictionary& totals) {
   Json json{{"total", floatJson(totals.find(key::Total))},
             {"thisYear", year(key::ThisYearString, key::TotalThisYear, key::ThisYearHeight)},
             {"lastYear", year(key::LastYearString, key::TotalLastYear, key::LastYearHeight)}};
-  for (const auto& [key, word] : seasons) json[word] = floatJson(totals.find(key));
+  for (const Season& season : seasons) json[season.jsonKey] = floatJson(totals.find(season.key));
   return json;
 }
 
@@ -87,12 +97,12 @@ void allStatistics(Session& session) {
   const QMStatisticsCalculator calculator{platform};
   const std::vector<Dictionary> bills = contentsOf(platform, {activeBills});
   const Dictionary totals = calculator.totalsForBill(allPaymentsOf(bills));
-  Table table({{"Bills", false, 16, 0}, {"Count", true}, {"Amount", true}});
+  Table table({{marked("Bills"), false, 16, 0}, {marked("Count"), true}, {marked("Amount"), true}});
   Json json = Json::object();
   for (const Figure& figure : figures) {
     const Array counted = (calculator.*figure.count)(bills);
     const std::string count = std::to_string(integerValue(&counted[0]));
-    table.add({figure.title, count, amountCell(platform, &counted[1])});
+    table.add({wordCell(figure.title), count, amountCell(platform, &counted[1])});
     json[figure.jsonKey] = {{"count", integerValue(&counted[0])}, {"amount", floatJson(&counted[1])}};
   }
   if (session.json) return printJson(session.console, {{"bills", json}, {"paid", totalsJson(totals)}});
@@ -108,12 +118,12 @@ bool wasPaid(const Dictionary& bill) {
 
 /// "$12.50 on Wed, Mar 10, 2027".
 Cell paymentCell(const Platform& platform, const Dictionary& payment) {
-  Cell cell = amountCell(platform, payment.find(key::Amount));
+  const Cell amount = amountCell(platform, payment.find(key::Amount));
   const Date* date = payment.get<Date>(key::Date);
-  if (date == nullptr) return cell;
-  cell.shown += " on " + QMStatisticsCalculator{platform}.createStringWithDate(*date);
-  cell.plain += " on " + isoDay(platform, *date);
-  return cell;
+  if (date == nullptr) return amount;
+  // translators: an amount and a day
+  return {sentence("{} on {}", amount.shown, QMStatisticsCalculator{platform}.createStringWithDate(*date)),
+          amount.plain + " on " + isoDay(platform, *date)};
 }
 
 /// How much of what was owed has been paid; nothing without a balance to pay off.
@@ -149,10 +159,12 @@ void billStatistics(Session& session, const std::string& named) {
   const auto cell = [&](std::string_view key) {
     return isPaid ? paymentCell(platform, payment(key)) : Cell(payment(key).valueOr(key::Date, std::string()));
   };
-  std::vector<Field> fields{
-      {"Name", bill.name()}, {"Highest payment", cell(key::Highest)}, {"Lowest payment", cell(key::Lowest)}};
+  std::vector<Field> fields{{marked("Name"), bill.name()},
+                            {marked("Highest payment"), cell(key::Highest)},
+                            {marked("Lowest payment"), cell(key::Lowest)}};
   for (Field& field : totalsFields(platform, totals)) fields.push_back(std::move(field));
-  if (paidOff) fields.push_back({"Paid off", Cell(fmt::format("{:.0f} %", *paidOff), fmt::format("{:g}", *paidOff))});
+  if (paidOff)
+    fields.push_back({marked("Paid off"), Cell(fmt::format("{:.0f} %", *paidOff), fmt::format("{:g}", *paidOff))});
   printFields(session.console, fields);
 }
 
@@ -160,10 +172,10 @@ void billStatistics(Session& session, const std::string& named) {
 
 void addStats(CLI::App& app, Invocation& invocation) {
   auto bill = std::make_shared<std::string>();
-  CLI::App* command = addCommand(
-      app, invocation,
-      {"stats", "Show what is due and was paid, of all active bills or of one bill", "tallyvane stats Electricity"},
-      nullptr);
+  CLI::App* command = addCommand(app, invocation,
+                                 {"stats", marked("Show what is due and was paid, of all active bills or of one bill"),
+                                  "tallyvane stats Electricity"},
+                                 nullptr);
   CLI::Option* named = command->add_option("BILL", *bill, billHelp);
   command->callback([&invocation, bill, named] {
     if (named->count() == 0) {

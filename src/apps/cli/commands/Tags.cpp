@@ -7,6 +7,7 @@
 #include "cli/Json.h"
 #include "cli/TextInput.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {
@@ -17,7 +18,7 @@ void printTags(Session& session) {
   const auto tags = QMBillsLoader{session.platform}.getListOfTags().value_or(std::vector<std::string>());
   if (session.json) return printJson(session.console, tags);
   for (const std::string& tag : tags) session.console.line(printable(tag));
-  if (tags.empty() && session.console.interactive()) session.console.line("There are no tags yet.");
+  if (tags.empty() && session.console.interactive()) session.console.line(translated("There are no tags yet."));
 }
 
 void tags(Session& session, const std::optional<std::vector<std::string>>& replacement) {
@@ -34,8 +35,9 @@ void tags(Session& session, const std::optional<std::vector<std::string>>& repla
 
 void addTags(CLI::App& app, Invocation& invocation) {
   auto replacement = std::make_shared<std::vector<std::string>>();
-  CLI::App* command = addCommand(
-      app, invocation, {"tags", "List the tags, or replace the list", "tallyvane tags --set Home Car Work"}, nullptr);
+  CLI::App* command =
+      addCommand(app, invocation,
+                 {"tags", marked("List the tags, or replace the list"), "tallyvane tags --set Home Car Work"}, nullptr);
   CLI::Option* set = command->add_option("--set", *replacement, "The new list; one empty tag (\"\") empties it");
   set->expected(1, -1);
   command->callback([&invocation, replacement, set] {

@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <memory>
 
@@ -10,6 +8,7 @@
 #include "cli/Json.h"
 #include "cli/PaymentChange.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/PaymentList.h"
 #include "payments/QMPaymentLogger.h"
@@ -21,18 +20,19 @@ namespace tallyvane::cli {
 namespace {
 
 std::string dayText(const Platform& platform, const Date* date) {
-  if (date == nullptr || *date == distantPast) return "no known day";
+  if (date == nullptr || *date == distantPast) return translated("no known day");
   return QMBillsLoader{platform}.createDueDateStringWithDate(*date);
 }
 
 [[noreturn]] void refuse(const Platform& platform, const ListedBill& bill, const Array& payments) {
   const std::string name = bill.name();
-  if (payments.empty()) couldNot(fmt::format("\"{}\" has no payment to undo.", name));
+  if (payments.empty()) couldNot(sentence("\"{}\" has no payment to undo.", name));
+  // translators: a bill, two days and the number of a payment
   couldNot(
-      fmt::format("Not undone: the payment of \"{}\" that was logged last is of {}, but the latest one is of {}. "
-                  "\"tallyvane payments\" lists them and removes any, with --remove {}.",
-                  name, dayText(platform, dateOfPayment(payments.back())),
-                  dayText(platform, bill.content.get<Date>(key::LastPayment)), payments.size()));
+      sentence("Not undone: the payment of \"{}\" that was logged last is of {}, but the latest one is of {}. "
+               "\"tallyvane payments\" lists them and removes any, with --remove {}.",
+               name, dayText(platform, dateOfPayment(payments.back())),
+               dayText(platform, bill.content.get<Date>(key::LastPayment)), payments.size()));
 }
 
 /// The model stores the list in the order it was given, the last payment first. The next payment is put at the end, so
@@ -59,14 +59,15 @@ void say(Session& session, const ListedBill& bill, const Value& undone) {
   if (session.json) return printJson(session.console, changeJson(platform, bill, after));
   const Dictionary* entry = undone.get<Dictionary>();
   session.console.line(printable(
-      fmt::format("Undone: the payment of \"{}\" of {}, {}.", bill.name(), dayText(platform, dateOfPayment(undone)),
-                  amountCell(platform, entry == nullptr ? nullptr : entry->find(key::Amount)).shown)));
+      // translators: a bill, a day and an amount
+      sentence("Undone: the payment of \"{}\" of {}, {}.", bill.name(), dayText(platform, dateOfPayment(undone)),
+               amountCell(platform, entry == nullptr ? nullptr : entry->find(key::Amount)).shown)));
   printFields(session.console, changedFields(platform, bill.content, after));
   if (isTwiceAMonth(after))
     session.console.error(
-        "A bill due twice a month moves ahead here, too; \"tallyvane edit BILL --due DATE\" sets it.");
+        translated("A bill due twice a month moves ahead here, too; \"tallyvane edit BILL --due DATE\" sets it."));
   if (doubleValue(after, key::Balance) != 0)
-    session.console.error("The balance stays as it is; \"tallyvane edit BILL --balance N\" sets it.");
+    session.console.error(translated("The balance stays as it is; \"tallyvane edit BILL --balance N\" sets it."));
 }
 
 void undo(Session& session, const std::string& named) {
@@ -85,9 +86,10 @@ void undo(Session& session, const std::string& named) {
 
 void addUndo(CLI::App& app, Invocation& invocation) {
   auto bill = std::make_shared<std::string>();
-  CLI::App* command = addCommand(
-      app, invocation, {"undo", "Take back the last payment and its step of the due date", "tallyvane undo Rent"},
-      [bill](Session& session) { undo(session, *bill); });
+  CLI::App* command =
+      addCommand(app, invocation,
+                 {"undo", marked("Take back the last payment and its step of the due date"), "tallyvane undo Rent"},
+                 [bill](Session& session) { undo(session, *bill); });
   command->add_option("BILL", *bill, billHelp)->required();
 }
 

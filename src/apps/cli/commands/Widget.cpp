@@ -7,6 +7,7 @@
 #include "cli/Json.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {
@@ -76,8 +77,8 @@ void showWidget(Session& session, bool forPanel) {
   const Snapshot snapshot = readSnapshot(session.platform);
   if (forPanel) return printForPanel(session, snapshot);
   if (session.json) return printSnapshotJson(session, snapshot);
-  if (snapshot.rows.empty()) return session.console.line("No bill is due soon.");
-  Table table({{"Bill", false, 16, 0}, {"Due", false, 0, 0}, {"Date", false, 0, 1}});
+  if (snapshot.rows.empty()) return session.console.line(translated("No bill is due soon."));
+  Table table({{marked("Bill"), false, 16, 0}, {marked("Due"), false, 0, 0}, {marked("Date"), false, 0, 1}});
   for (const Dictionary& row : snapshot.rows) {
     const std::string due = row.valueOr(key::HumanDueDate, std::string());
     table.add(
@@ -90,10 +91,11 @@ void showWidget(Session& session, bool forPanel) {
 
 void addWidget(CLI::App& app, Invocation& invocation) {
   auto forPanel = std::make_shared<bool>(false);
-  CLI::App* command = addCommand(app, invocation,
-                                 {"widget", "Show the bills due soon from the widget's snapshot, reading no bill file",
-                                  "tallyvane widget --waybar"},
-                                 [forPanel](Session& session) { showWidget(session, *forPanel); });
+  CLI::App* command =
+      addCommand(app, invocation,
+                 {"widget", marked("Show the bills due soon from the widget's snapshot, reading no bill file"),
+                  "tallyvane widget --waybar"},
+                 [forPanel](Session& session) { showWidget(session, *forPanel); });
   command->add_flag("--waybar", *forPanel, "Print one line of JSON for a custom module of the panel waybar");
 }
 

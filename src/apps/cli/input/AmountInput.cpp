@@ -1,6 +1,5 @@
 #include "cli/input/AmountInput.h"
 
-#include <fmt/format.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
@@ -8,21 +7,16 @@
 #include <string>
 
 #include "cli/input/InputText.h"
+#include "common/Sentences.h"
 #include "foundation/Texts.h"
 
 namespace tallyvane::cli {
 
 namespace {
 
-Result<double> within(double amount, double limit, std::string_view text, std::string_view what) {
-  if (amount < 0) return Error{fmt::format("\"{}\" is negative; {} cannot be.", text, what)};
-  if (amount >= limit) return Error{fmt::format("\"{}\" is too large; {} must be below {:.0f}.", text, what, limit)};
-  return std::abs(amount);  // no negative zero
-}
-
-Error notReadable(const Region& region, std::string_view text, std::string_view what, double example) {
+std::string inLocale(const Region& region, double example) {
   const Value number(example);
-  return {fmt::format("\"{}\" is not {}; write it like {}.", text, what, decimalText(region, &number))};
+  return decimalText(region, &number);
 }
 
 bool namesACurrency(const std::string& text) {
@@ -48,8 +42,11 @@ Result<double> readAmount(const Region& region, std::string_view text) {
   constexpr double trillion = 1e12;
   constexpr double example = 1250.5;
   const auto amount = parsedAmount(region, text);
-  if (!amount) return notReadable(region, text, "an amount", example);
-  return within(*amount, trillion, text, "an amount");
+  if (!amount) return Error{sentence("\"{}\" is not an amount; write it like {}.", text, inLocale(region, example))};
+  if (*amount < 0) return Error{sentence("\"{}\" is negative; an amount cannot be.", text)};
+  if (*amount >= trillion)
+    return Error{sentence("\"{}\" is too large; an amount must be below {:.0f}.", text, trillion)};
+  return std::abs(*amount);  // no negative zero
 }
 
 Result<double> readInterest(const Region& region, std::string_view text) {
@@ -58,9 +55,13 @@ Result<double> readInterest(const Region& region, std::string_view text) {
   constexpr double perCent = 100;
   const std::string number = withoutPercentSign(plainText(text));
   const auto rate = namesACurrency(number) ? std::nullopt : parsedAmount(region, number);
-  if (!rate) return notReadable(region, text, "an interest rate in per cent", example);
-  const Result<double> checked = within(*rate, limit, text, "an interest rate");
-  return checked ? Result<double>(*checked / perCent) : checked;
+  if (!rate)
+    return Error{
+        sentence("\"{}\" is not an interest rate in per cent; write it like {}.", text, inLocale(region, example))};
+  if (*rate < 0) return Error{sentence("\"{}\" is negative; an interest rate cannot be.", text)};
+  if (*rate >= limit)
+    return Error{sentence("\"{}\" is too large; an interest rate must be below {:.0f}.", text, limit)};
+  return std::abs(*rate) / perCent;
 }
 
 }  // namespace tallyvane::cli

@@ -1,10 +1,9 @@
 #include "cli/input/CalendarDay.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "cli/input/InputText.h"
+#include "common/Sentences.h"
 #include "foundation/Calendar.h"
 
 namespace tallyvane::cli {
@@ -44,14 +43,18 @@ std::optional<int> yearOf(const std::string& digits, int thisYear) {
   return earliest + ((*number - earliest) % century + century) % century;
 }
 
-Error yearOutOfRange() { return {fmt::format("the year must be {} to {}", firstYear, lastYear)}; }
+// translators: stands after "is not a date:", as do the other texts without a full stop
+Error yearOutOfRange() { return {sentence("the year must be {} to {}", firstYear, lastYear)}; }
 
 Error missingDay(const CalendarDay& day, int from, int to, const Calendar& calendar) {
   for (int last = std::min(day.day - 1, longestMonth); last > 0; --last)
     for (int year = from; year <= to; ++year)
       if (existingDay(day.isGregorian, year, day.month, last, calendar))
-        return {fmt::format("that month has {}{} days", from == to ? "" : "at most ", last)};
-  return {day.day < 1 ? "days are counted from 1" : fmt::format("there is no month {}", day.month)};
+        return {from == to ? countedSentence(static_cast<std::size_t>(last), "that month has {} day",
+                                             "that month has {} days", last)
+                           : countedSentence(static_cast<std::size_t>(last), "that month has at most {} day",
+                                             "that month has at most {} days", last)};
+  return {day.day < 1 ? translated("days are counted from 1") : sentence("there is no month {}", day.month)};
 }
 
 }  // namespace
@@ -66,7 +69,7 @@ Result<Date> startOf(const CalendarDay& day, const Region& region, Date now, Sid
   const Calendar& calendar = Calendar::of(region);
   const int thisYear = day.isGregorian ? gregorianYear(now, calendar) : calendar.fields(now).year;
   const auto writtenYear = yearOf(day.year, thisYear);
-  if (!day.year.empty() && !writtenYear) return Error{"the year must have four digits"};
+  if (!day.year.empty() && !writtenYear) return Error{translated("the year must have four digits")};
   if (writtenYear && *writtenYear < firstYear) return yearOutOfRange();
   const int from = writtenYear.value_or(thisYear);
   const int tries = writtenYear ? 1 : 1 + yearsBetweenLeapDays;

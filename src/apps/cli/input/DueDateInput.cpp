@@ -1,7 +1,5 @@
 #include "cli/input/DueDateInput.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <optional>
 #include <string>
@@ -10,6 +8,7 @@
 #include "cli/input/CalendarDay.h"
 #include "cli/input/DateNames.h"
 #include "cli/input/InputText.h"
+#include "common/Sentences.h"
 #include "foundation/Calendar.h"
 
 namespace tallyvane::cli {
@@ -153,21 +152,23 @@ Result<Date> readDate(const Region& region, Date now, std::string_view text, Sid
   for (const auto read : {dayFromToday, nearWeekday, dayInFigures, dayOfNamedMonth}) {
     const Reading reading = read(plain, region, now, side);
     if (reading && *reading) return *reading;
-    if (reading) return Error{fmt::format("\"{}\" is not a date: {}.", text, reading->error())};
+    if (reading) return Error{sentence("\"{}\" is not a date: {}.", text, reading->error())};
   }
-  return Error{fmt::format("\"{}\" is not a date; write it like {}.", text, examples)};
+  // translators: the second is examples, which are typed in English
+  return Error{sentence("\"{}\" is not a date; write it like {}.", text, examples)};
 }
 
 }  // namespace
 
 Result<Date> readDueDate(const Region& region, Date now, std::string_view text) {
-  return readDate(region, now, text, Side::ahead, "2027-03-01, \"1 Mar\", tomorrow, +10d or \"next friday\"");
+  return readDate(region, now, text, Side::ahead,
+                  translated("2027-03-01, \"1 Mar\", tomorrow, +10d or \"next friday\""));
 }
 
 Result<Date> readPaymentDate(const Region& region, Date now, std::string_view text) {
   Result<Date> date =
-      readDate(region, now, text, Side::back, "2027-03-01, \"1 Mar\", yesterday, -10d or \"last friday\"");
-  if (date && *date > now) return Error{fmt::format("\"{}\" lies ahead; a payment is logged when it was made.", text)};
+      readDate(region, now, text, Side::back, translated("2027-03-01, \"1 Mar\", yesterday, -10d or \"last friday\""));
+  if (date && *date > now) return Error{sentence("\"{}\" lies ahead; a payment is logged when it was made.", text)};
   return date;
 }
 

@@ -1,6 +1,5 @@
 #include "cli/input/IconInput.h"
 
-#include <fmt/format.h>
 #include <fmt/ranges.h>
 
 #include <functional>
@@ -8,6 +7,7 @@
 
 #include "cli/Similar.h"
 #include "cli/input/InputText.h"
+#include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {
@@ -27,13 +27,13 @@ Error ambiguous(const Region& region, std::string_view text, const std::vector<C
   std::vector<std::string> titles;
   titles.reserve(candidates.size());
   for (const CatalogueIcon& icon : candidates) titles.push_back(region.localized(icon.title));
-  return {fmt::format("\"{}\" could be several icons: {}.", text, fmt::join(titles, "; "))};
+  return {sentence("\"{}\" could be several icons: {}.", text, fmt::join(titles, "; "))};
 }
 
 Result<std::string> iconNumbered(int number) {
   const auto& catalogue = iconCatalogue();
   const auto index = static_cast<std::size_t>(number);
-  if (index >= catalogue.size()) return Error{fmt::format("Icons are numbered 0 to {}.", catalogue.size() - 1)};
+  if (index >= catalogue.size()) return Error{sentence("Icons are numbered 0 to {}.", catalogue.size() - 1)};
   return std::string(catalogue[index].imageName);
 }
 
@@ -54,7 +54,7 @@ Result<std::string> readIcon(const Region& region, std::string_view text) {
     if (found.size() > 1) return ambiguous(region, text, found);
     if (found.size() == 1) return std::string(found.front().imageName);
   }
-  return Error{fmt::format("There is no icon \"{}\"; \"tallyvane icons\" lists them.", text)};
+  return Error{sentence("There is no icon \"{}\"; \"tallyvane icons\" lists them.", text)};
 }
 
 }  // namespace tallyvane::cli

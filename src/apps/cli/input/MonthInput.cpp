@@ -1,13 +1,12 @@
 #include "cli/input/MonthInput.h"
 
-#include <fmt/format.h>
-
 #include <optional>
 #include <string>
 
 #include "cli/input/CalendarDay.h"
 #include "cli/input/DueDateInput.h"
 #include "cli/input/InputText.h"
+#include "common/Sentences.h"
 #include "foundation/Calendar.h"
 
 namespace tallyvane::cli {
@@ -32,13 +31,13 @@ Result<Date> readMonth(const Region& region, Date now, std::string_view text) {
   if (plain == "last month") return Calendar::of(region).adding(now, {.months = -1});
   if (const auto read = monthInFigures(plain, region, now)) {
     if (*read) return **read;
-    return Error{fmt::format("\"{}\" is not a month: {}.", text, read->error())};
+    return Error{sentence("\"{}\" is not a month: {}.", text, read->error())};
   }
   for (const std::string& day : {plain, "1 " + plain}) {
     if (const Result<Date> read = readPaymentDate(region, now, day)) return *read;
   }
   return Error{
-      fmt::format("\"{}\" is not a month; write it like 2027-02, february, \"feb 2027\" or \"last month\".", text)};
+      sentence("\"{}\" is not a month; write it like 2027-02, february, \"feb 2027\" or \"last month\".", text)};
 }
 
 }  // namespace tallyvane::cli

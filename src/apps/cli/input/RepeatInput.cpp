@@ -8,6 +8,7 @@
 #include <string>
 
 #include "cli/input/InputText.h"
+#include "common/Sentences.h"
 
 namespace tallyvane::cli {
 
@@ -83,12 +84,12 @@ Result<Array> readRepeat(std::string_view text) {
   if (const auto rule = namedRule(plain)) return Array{rule->count, static_cast<int>(rule->kind)};
   const auto rule = countedRule(plain);
   if (!rule)
-    return Error{fmt::format(
+    return Error{sentence(
         "\"{}\" is not a repeat rule; write it like weekly, \"every 2 weeks\", \"twice a month\", quarterly or never.",
         text)};
   if (rule->count < 1 || rule->count > mostUnits)
     return Error{
-        fmt::format("\"{}\" cannot be kept: a bill repeats every 1 to {} days, weeks or months.", text, mostUnits)};
+        sentence("\"{}\" cannot be kept: a bill repeats every 1 to {} days, weeks or months.", text, mostUnits)};
   return Array{rule->count, static_cast<int>(rule->kind)};
 }
 
