@@ -30,7 +30,7 @@ void labelHelp(CLI::FormatterBase& formatter) {
   formatter.label("TEXT", "");
   formatter.label("REQUIRED", translated("(required)"));
   for (const char* word : {marked("Usage"), marked("Options"), marked("OPTIONS"), marked("Positionals"),
-                           marked("Subcommands"), marked("SUBCOMMAND")}) {
+                           marked("Subcommands"), marked("SUBCOMMAND"), marked("Needs"), marked("Excludes")}) {
     formatter.label(word, translated(word));
   }
 }
@@ -45,6 +45,7 @@ void translate(CLI::App& app) {
 void describe(CLI::App& app, Invocation& invocation) {
   app.description(marked("Tallyvane keeps your recurring bills and tells which are due."));
   app.name("tallyvane");
+  app.set_help_flag("-h,--help", marked("Print this help message and exit"));
   app.set_version_flag("--version", "tallyvane " TALLYVANE_VERSION " (build " TALLYVANE_BUILD ")",
                        marked("Print the version and the build"));
   app.fallthrough();  // the flags below may also stand after the command

@@ -44,8 +44,8 @@ std::int64_t repeatInput(const std::string& text) {
   for (const auto& [code, words] : repeatWords()) {
     if (std::find(words.begin(), words.end(), plain) != words.end()) return code;
   }
-  // translators: what is to be written is English: once, monthly, "every 2 weeks" and weekly stay
   wrongUsage(
+      // translators: what is to be written is English: once, monthly, "every 2 weeks" and weekly stay
       sentence("\"{}\" is no way for income to repeat; write once, monthly, \"every 2 weeks\" or weekly.", text));
 }
 

@@ -18,6 +18,7 @@ constexpr std::pair<const char*, const char*> texts[] = {
     {"(.+) is required", marked("{} is required")},
     // translators: two options that cannot be given together
     {"(.+) excludes (.+)", marked("{} does not go with {}")},
+    // translators: two options of which the first is only given together with the second
     {"(.+) requires (.+)", marked("{} needs {}")},
 };
 

@@ -38,7 +38,7 @@ Console standardConsole() {
   const bool interactive = ::isatty(STDOUT_FILENO) == 1;
   const bool colours = interactive && !environmentHas("NO_COLOR");
   const bool canAsk = ::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1;
-  // The catalogue of a language that is written from right to left says so under this key.
+  // translators: not shown; where the language is written from right to left, "default:RTL", else as it is
   const bool rightToLeft = translated("default:LTR") == "default:RTL";
   return Console(std::cout, std::cerr, {interactive, colours, interactive ? terminalWidth() : usualWidth, rightToLeft},
                  canAsk ? Console::Asker(askPerson) : nullptr);

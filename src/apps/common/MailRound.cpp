@@ -77,6 +77,7 @@ void prepareMailQueue(const Platform& platform) {
 bool wantsMail(const Platform& platform) { return QMReminderManager{platform}.shouldAddEmails(); }
 
 std::optional<std::string> mailHindrance(const Platform& platform) {
+  // translators: stands in "No mail is sent: {}."
   if (!wantsMail(platform)) return marked("reminders by e-mail are switched off");
   return QMEmailManager{platform}.hindrance();
 }

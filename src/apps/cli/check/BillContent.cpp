@@ -26,9 +26,9 @@ std::string wrongInRule(const Array& repeat) {
 void addRuleProblem(const Dictionary& bill, Problems& problems) {
   const Array* repeat = bill.get<Array>(key::Repeat);
   // translators: stands before "is missing" and the like
-  const std::string wrong = repeat == nullptr
-                                ? oddness(translated("the repeat rule \"Repeat\""), bill.find(key::Repeat), Shape::list)
-                                : wrongInRule(*repeat);
+  const std::string named = translated("the repeat rule \"Repeat\"");
+  const std::string wrong =
+      repeat == nullptr ? oddness(named, bill.find(key::Repeat), Shape::list) : wrongInRule(*repeat);
   if (wrong.empty()) return;
   problems.push_back({FindingKind::invalidRepeat, std::string(key::Repeat), wrong});
 }
@@ -79,8 +79,8 @@ void addSourceProblems(const Dictionary& source, const std::string& where, Probl
 Problems problemsOfBill(const Dictionary& bill) {
   Problems problems;
   // translators: stands before "is missing" and the like
-  const std::string wrongDueDate =
-      oddness(translated("the due date \"DueDate\""), bill.find(key::DueDate), Shape::date);
+  const std::string named = translated("the due date \"DueDate\"");
+  const std::string wrongDueDate = oddness(named, bill.find(key::DueDate), Shape::date);
   if (!wrongDueDate.empty()) problems.push_back({FindingKind::noDueDate, std::string(key::DueDate), wrongDueDate});
   addRuleProblem(bill, problems);
   addOddKeys(bill,

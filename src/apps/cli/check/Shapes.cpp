@@ -52,10 +52,10 @@ std::string oddness(const std::string& named, const Value* value, Shape shape) {
   if (value == nullptr) return sentence("{} is missing", named);
   if (shape == Shape::texts && value->is<Array>() && !isListOfTexts(*value))
     return sentence("{} has entries that are no texts", named);
-  // translators: a key of a file and two kinds of values such as "a text" and "a list"; may be said as
-  // translators: "{0}: {1} found, {2} expected"
-  if (!isOfKind(*value, shape))
+  if (!isOfKind(*value, shape)) {
+    // translators: a key of a file and two of "a text", "a list" and so on; may be said as "{0}: {1}, not {2}"
     return sentence("{} is {} where {} should be", named, translated(kindOf(*value)), translated(wordOf(shape)));
+  }
   const double* real = value->get<double>();
   return real == nullptr || std::isfinite(*real) ? "" : sentence("{} is no finite number", named);
 }

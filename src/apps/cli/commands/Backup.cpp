@@ -54,6 +54,7 @@ void printStatus(Session& session) {
   }
   if (!backup.day) return console.line(translated("No backup has been made yet."));
   console.line(sentence("Last backup: {}", QMBillsLoader{platform}.lastBackedUpNaturalDate()));
+  // translators: the folder of the backup
   console.line(sentence("Place: {}", printable(backup.folder.value_or(translated("none")))));
   if (!backup.bills)
     return console.line(translated("It is not there, or not complete. The next one is made tomorrow."));

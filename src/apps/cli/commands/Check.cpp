@@ -74,8 +74,8 @@ std::string questionAbout(const Platform& platform, const UnlistedBill& bill) {
   const Date* due = bill.content.get<Date>(key::DueDate);
   const Array* payments = bill.content.get<Array>(key::PaymentList);
   const std::size_t count = payments == nullptr ? 0 : payments->size();
-  // translators: the second is a date, or "never". The letters a, r and d are what is typed; they stay as they are.
   return countedSentence(
+      // translators: a bill; a date, or "never"; payments. The letters a, r and d are what is typed, and stay.
       count, "\"{}\" is in no list (due {}, {} payment). Which one? a active, r archived, d deleted, Enter none:",
       "\"{}\" is in no list (due {}, {} payments). Which one? a active, r archived, d deleted, Enter none:",
       bill.content.valueOr(key::Name, bill.bid), due == nullptr ? translated("never") : isoDay(platform, *due), count);

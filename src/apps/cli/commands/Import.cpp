@@ -133,6 +133,7 @@ void printPlan(Session& session, const std::vector<OldBill>& bills) {
                {marked("Due")},
                {marked("Repeats"), false, 0, 2},
                {marked("Payments"), true},
+               // translators: what an old file becomes: an active bill or an archived one
                {marked("Becomes")}});
   for (const OldBill& bill : bills) {
     const Cell due =

@@ -95,11 +95,13 @@ void sayChanged(Session& session, fmt::format_string<const std::string&> done, s
   const auto* fields = source.get<Dictionary>();
   if (fields == nullptr) return;
   const std::string name = nameOf(source);
-  // translators: a change of a source of income with its amount, its repetition and its day, as in:
-  // translators: Added "Salary": $2,800.00 monthly, last day.
-  session.console.line(
-      printable(sentence("{}: {} {}, {}.", sentence(done, name), amountCell(platform, fields->find(key::Amount)).shown,
-                         translated(repeatWord(*fields)), payDayCell(platform, *fields).shown)));
+  const std::string amount = amountCell(platform, fields->find(key::Amount)).shown;
+  const std::string how = translated(repeatWord(*fields));
+  const std::string day = payDayCell(platform, *fields).shown;
+  const std::string what = sentence(done, name);
+  // translators: what was done, an amount, how often and when it comes: Added "Salary": $2,800.00 monthly, last day.
+  const std::string said = sentence("{}: {} {}, {}.", what, amount, how, day);
+  session.console.line(printable(said));
 }
 
 void addSource(Session& session, const Options& options) {

@@ -52,6 +52,7 @@ void showLocation(Session& session) {
                                        {"unfinished", unfinished ? Json(*unfinished) : Json(nullptr)}});
   }
   session.console.line(sentence("Data folder: {}", folder.empty() ? translated("cannot be told") : printable(folder)));
+  // translators: what kind of place that is: usual, dropbox or chosen
   session.console.line(sentence("Kind: {}", translated(kind)));
   session.console.line(isThere ? sentence("Bills: {}", bills.value_or(0)) : translated("It is not there now."));
   if (unfinished) session.console.line(printable(*unfinished));

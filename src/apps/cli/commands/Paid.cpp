@@ -65,8 +65,8 @@ void printPaid(Session& session, const std::vector<Dictionary>& bills, Date date
     if (paid.count > 0) table.add(cellsOf(platform, bill.valueOr(key::Name, std::string()), paid));
   }
   // translators: a year such as "2027", or a month such as "March 2027"
-  table.add(
-      cellsOf(platform, sentenceCell("Paid in {}", monthName(platform, date)), paidFor(platform, bills, date, all)));
+  const Cell inAll = sentenceCell("Paid in {}", monthName(platform, date));
+  table.add(cellsOf(platform, inAll, paidFor(platform, bills, date, all)));
   table.print(session.console);
   if (all || !isPast(platform, date)) return;
   const std::string hint = translated("Bills that were paid again later are not counted; --all counts every payment.");

@@ -27,8 +27,8 @@ std::string dayText(const Platform& platform, const Date* date) {
 [[noreturn]] void refuse(const Platform& platform, const ListedBill& bill, const Array& payments) {
   const std::string name = bill.name();
   if (payments.empty()) couldNot(sentence("\"{}\" has no payment to undo.", name));
-  // translators: a bill, two days and the number of a payment
   couldNot(
+      // translators: a bill, two days and the number of a payment
       sentence("Not undone: the payment of \"{}\" that was logged last is of {}, but the latest one is of {}. "
                "\"tallyvane payments\" lists them and removes any, with --remove {}.",
                name, dayText(platform, dateOfPayment(payments.back())),
