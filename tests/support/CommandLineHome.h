@@ -1,6 +1,8 @@
 // A home folder of the test's own, and the command line as built, run in it as its own process.
 #pragma once
 
+#include <stdlib.h>
+
 #include <atomic>
 #include <string>
 #include <vector>
@@ -28,6 +30,23 @@ class CommandLineHome {
     return said;
   }
 
+  /// On a terminal of 80 columns, as a person sees it.
+  Said runOnTerminal(std::vector<std::string> arguments) {
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (terminal < 0 || ::grantpt(terminal) != 0 || ::unlockpt(terminal) != 0)
+      throw std::runtime_error("there is no terminal to be had");
+    arguments.insert(arguments.begin(), TALLYVANE_BUILD_FOLDER "/bin/tallyvane");
+    ChildProcess process(std::move(arguments), variables(), ::ptsname(terminal));
+    std::string text;
+    char block[4096];
+    for (ssize_t size = 0; (size = ::read(terminal, block, sizeof block)) > 0;)
+      text.append(block, static_cast<std::size_t>(size));
+    ::close(terminal);
+    std::erase(text, '\r');
+    return {process.ended(std::chrono::minutes{2}).value_or(-1), text};
+  }
+
+  std::string locale = "en_US.UTF-8";
   TemporaryFolder folder;
   const std::string data = folder.path + "/share";
   const std::string config = folder.path + "/config";
@@ -36,10 +55,15 @@ class CommandLineHome {
 
  private:
   [[nodiscard]] std::vector<std::string> variables() const {
-    return {"PATH=/usr/bin:/bin",      "HOME=" + folder.path,
-            "LANG=en_US.UTF-8",        "TZ=America/New_York",
-            "XDG_DATA_HOME=" + data,   "XDG_CONFIG_HOME=" + config,
-            "XDG_STATE_HOME=" + state, "XDG_CONFIG_DIRS=" + folder.path + "/none"};
+    return {"PATH=/usr/bin:/bin",
+            "HOME=" + folder.path,
+            "LANG=" + locale,
+            "TZ=America/New_York",
+            "XDG_DATA_HOME=" + data,
+            "XDG_CONFIG_HOME=" + config,
+            "XDG_STATE_HOME=" + state,
+            "XDG_CONFIG_DIRS=" + folder.path + "/none",
+            "NO_COLOR=1"};
   }
   std::atomic<int> runs_ = 0;
 };

@@ -9,8 +9,8 @@ using ::testing::HasSubstr;
 
 TEST_F(Safekeeping, BacksUpOnceADayAndTellsOfIt) {
   EXPECT_EQ(done({"backup", "--status"}), "No backup has been made yet.\n");
-  EXPECT_EQ(done({"backup"}), "Backed up 1 bills.\n");
-  EXPECT_EQ(done({"backup"}), "Today's backup was made already; it has 1 bills.\n");
+  EXPECT_EQ(done({"backup"}), "Backed up 1 bill.\n");
+  EXPECT_EQ(done({"backup"}), "Today's backup was made already; it has 1 bill.\n");
   EXPECT_EQ(contentOf(cli.desktop, backup()), contentOf(cli.desktop, usual));
   EXPECT_THAT(done({"backup", "--status"}), AllOf(HasSubstr("Wed, Mar 10, 2027"), HasSubstr("Place: " + backup()),
                                                   HasSubstr("Bills: 1"), HasSubstr(" kB")));
@@ -35,7 +35,7 @@ TEST_F(Safekeeping, WhatCannotBeCopiedNeverCostsThePreviousBackup) {
   cli.desktop.files.content.erase(usual + "/billindex.plist");
   refuses("no bills yet");
   cli.desktop.files.content[usual + "/billindex.plist"] = index;
-  EXPECT_EQ(done({"backup"}), "Backed up 1 bills.\n");
+  EXPECT_EQ(done({"backup"}), "Backed up 1 bill.\n");
   EXPECT_FALSE(cli.desktop.files.exists(earlier));
 }
 
@@ -51,7 +51,7 @@ TEST_F(Safekeeping, RestoresAfterAQuestionWithRemindersOfWhatIsThere) {
   EXPECT_THAT(cli.run({"restore-backup"}).err, HasSubstr("Nothing was changed"));
   cli.desktop.files.content[usual + "/billindex.plist"] = "damaged";
   cli.asker = [](const std::string&) { return "y"; };
-  EXPECT_EQ(done({"restore-backup"}), "Restored the backup of Wed, Mar 10, 2027 with 1 bills.\n");
+  EXPECT_EQ(done({"restore-backup"}), "Restored the backup of Wed, Mar 10, 2027 with 1 bill.\n");
   EXPECT_EQ(contentOf(cli.desktop, usual), before);
   EXPECT_FALSE(cli.desktop.files.exists(usual + ".replaced"));
   EXPECT_EQ(cli.snapshot(), std::vector<std::string>{"Rent"});

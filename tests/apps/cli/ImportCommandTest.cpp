@@ -47,7 +47,7 @@ TEST_F(ImportCommand, AnErrorEndsTheImportAndWhatCameInBeforeStays) {
   putOld("B.plist", broken);
   const Outcome outcome = cli.run({"import", "/media/Tallyvane"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, AllOf(HasSubstr("after 1 bills"), HasSubstr("fewer notes")));
+  EXPECT_THAT(outcome.err, AllOf(HasSubstr("after 1 bill,"), HasSubstr("fewer notes")));
   EXPECT_EQ(cli.listed("ActiveBills").size(), 1U);
 }
 

@@ -10,7 +10,7 @@ using Arguments = std::vector<std::string>;
 
 TEST_F(Safekeeping, MovesToAFolderItsDropboxAndBack) {
   EXPECT_EQ(done({"location"}), "Data folder: " + usual + "\nKind: usual\nBills: 1\n");
-  EXPECT_EQ(done({"location", "--set", onDisk}), "The data folder is now " + onDisk + " (1 bills).\n");
+  EXPECT_EQ(done({"location", "--set", onDisk}), "The data folder is now " + onDisk + " (1 bill).\n");
   EXPECT_FALSE(cli.desktop.files.exists(usual));
   const Dictionary& settings = cli.desktop.defaults.content;
   EXPECT_EQ(settings.valueOr("QMCustomLocationEnabled", false), true);
@@ -48,7 +48,7 @@ TEST_F(Safekeeping, TwoDataFoldersAreNeverMixed) {
   const auto before = contentOf(cli.desktop, usual);
   EXPECT_THAT(done({"location", "--set", "/media/disk", "--copy"}), HasSubstr("The one before stays in " + usual));
   EXPECT_EQ(contentOf(cli.desktop, usual), before);
-  refuses({"location", "--reset"}, "1 bills in");
+  refuses({"location", "--reset"}, "1 bill in");
   EXPECT_THAT(done({"location", "--reset", "--adopt"}), HasSubstr("stays in " + onDisk));
   refuses({"location", "--set", "/media/disk"}, "Add --adopt");
   cli.desktop.files.content.erase(onDisk + "/billindex.plist");
