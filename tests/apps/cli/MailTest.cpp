@@ -37,7 +37,7 @@ TEST_F(MailCommand, ChecksTheQueueAndShowsEachOutcome) {
   cli.desktop.http.outcome = HttpFailure{HttpFailure::Kind::timedOut, "silence"};
   Outcome outcome = run({"mail", "check", "--to", "ada@example.org"});
   EXPECT_EQ(outcome.out, "Rent: not sent: The request timed out: silence\n");
-  EXPECT_EQ(outcome.err, "tallyvane: 1 of 1 messages did not get through. What was not sent waits in the queue.\n");
+  EXPECT_EQ(outcome.err, "tallyvane: 1 of 1 message did not get through. What was not sent waits in the queue.\n");
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(run({"mail", "queue"}).out, "Rent\t2027-03-13\t2027-03-11\n");
   EXPECT_THAT(run({"mail", "queue", "--json"}).out, HasSubstr("\"subject\": \"Bill Due Soon: Rent\""));
