@@ -52,14 +52,23 @@ Plan makePlan(const Platform& platform) {
   return plan;
 }
 
-/// Whether the calendar has the event now. The operations of the model tell nobody when they fail.
-bool hasEvent(const Platform& platform, const std::string& calendarTitle, const Placing& placing) {
-  const auto calendar = QMReminderManager{platform}.findCalendarWithName(calendarTitle);
-  if (!calendar) return false;
-  const Date day = Calendar::of(platform.region).startOfDay(placing.due);
-  const auto events = platform.calendars.events(calendar->identifier, day, placing.due);
+/// The events that are in the calendar now, from the first due date of the plan to the last: the operations of the
+/// model tell nobody when they fail.
+std::vector<CalendarEvent> placedEvents(const Platform& platform, const Plan& plan) {
+  if (!plan.calendar || plan.placings.empty()) return {};
+  const auto calendar = QMReminderManager{platform}.findCalendarWithName(*plan.calendar);
+  if (!calendar) return {};
+  const auto [first, last] = std::minmax_element(plan.placings.begin(), plan.placings.end(),
+                                                 [](const Placing& a, const Placing& b) { return a.due < b.due; });
+  const Date from = Calendar::of(platform.region).startOfDay(first->due);  // where the store has all-day events begin
+  return platform.calendars.events(calendar->identifier, from, last->due);
+}
+
+bool hasEvent(const Platform& platform, const std::vector<CalendarEvent>& events, const Placing& placing) {
+  const std::string title = platform.region.localized("Pay ") + placing.name;
+  const Calendar& days = Calendar::of(platform.region);
   return std::any_of(events.begin(), events.end(), [&](const CalendarEvent& event) {
-    return event.title == platform.region.localized("Pay ") + placing.name && event.start >= day;
+    return event.title == title && days.civilDay(event.start) == days.civilDay(placing.due);
   });
 }
 
@@ -73,9 +82,10 @@ bool hasNotification(const std::vector<UserNotification>& scheduled, const Placi
 /// Names of the bills whose reminders are not where the plan has them.
 std::vector<std::string> missing(const Platform& platform, const Plan& plan) {
   std::vector<std::string> names;
+  const auto events = placedEvents(platform, plan);
   const auto scheduled = plan.notifications ? platform.notifications->scheduled() : std::vector<UserNotification>();
   for (const Placing& placing : plan.placings) {
-    const bool isThere = (!plan.calendar || hasEvent(platform, *plan.calendar, placing)) &&
+    const bool isThere = (!plan.calendar || hasEvent(platform, events, placing)) &&
                          (!plan.notifications || hasNotification(scheduled, placing));
     if (!isThere) names.push_back(placing.name);
   }
