@@ -1,4 +1,6 @@
 // Section 2 of QMFormDataRequest: the body.
+#include <algorithm>
+
 #include "net/QMFormDataRequest.h"
 #include "storage/QMUIDMaker.h"
 
@@ -13,6 +15,11 @@ std::string uuid(Random& random) {
   std::string text = QMUIDMaker{random}.makeUID();
   for (const std::size_t dash : {8U, 13U, 18U, 23U}) text.insert(dash, "-");
   return text;
+}
+
+std::string percentEscape(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return {'%', hexadecimal[byte >> 4U], hexadecimal[byte & 0x0FU]};
 }
 
 bool staysAsItIs(char c) {
@@ -86,15 +93,18 @@ void QMFormDataRequest::appendPostString(std::string_view text) {
   if (const auto bytes = encodedText(text, stringEncoding)) appendPostData(*bytes);
 }
 
+/// Characters that stay and those that do not alternate; of the latter all bytes are escaped, since in some encodings a
+/// part of a character looks like a letter.
 std::string QMFormDataRequest::encodeURL(std::string_view text) const {
   std::string escaped;
-  for (const char c : encodedText(text, stringEncoding).value_or(std::string())) {
-    if (staysAsItIs(c)) {
-      escaped += c;
-      continue;
-    }
-    const auto byte = static_cast<unsigned char>(c);
-    escaped += {'%', hexadecimal[byte >> 4U], hexadecimal[byte & 0x0FU]};
+  while (!text.empty()) {
+    const auto end = std::find_if_not(text.begin(), text.end(), staysAsItIs);
+    escaped.append(text.begin(), end);
+    const auto next = std::find_if(end, text.end(), staysAsItIs);
+    const auto bytes = encodedText({end, next}, stringEncoding);
+    if (!bytes) return {};
+    for (const char c : *bytes) escaped += percentEscape(c);
+    text = {next, text.end()};
   }
   return escaped;
 }

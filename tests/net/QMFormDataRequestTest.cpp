@@ -72,7 +72,7 @@ TEST_F(Forms, EscapingLeavesOnlyLettersDigitsAndThreeMarks) {
                {TextEncoding::isoLatin1, "ü€", "", "iso-8859-1"},
                {TextEncoding::isoLatin2, "ł", "%B3", "iso-8859-2"},
                {TextEncoding::windowsLatin1, "€", "%80", "windows-1252"},
-               {TextEncoding::shiftJis, "ア", "%83A", "shift_jis"},
+               {TextEncoding::shiftJis, "ア", "%83%41", "shift_jis"},
                {TextEncoding::ascii, "é", "", "us-ascii"}};
   for (const auto& c : cases) {
     form = QMFormDataRequest::requestWithURL(desktop.platform, "https://mail/send");
