@@ -1,6 +1,5 @@
 #include "freedesktop/PosixFileStore.h"
 
-#include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -80,24 +79,6 @@ Result<std::string> PosixFileStore::readPart(const std::string& path, std::uint6
   if (got < 0) return systemError(path);
   bytes.resize(static_cast<std::size_t>(got));
   return bytes;
-}
-
-Result<std::string> PosixFileStore::makeTemporary() {
-  std::error_code none;
-  std::string path = (std::filesystem::temp_directory_path(none) / "tallyvane-XXXXXX").string();
-  if (none) return systemError("the folder for temporary files", none.value());
-  const FileDescriptor file(::mkostemp(path.data(), O_CLOEXEC));
-  if (!file) return systemError(path);
-  return path;
-}
-
-Result<> PosixFileStore::append(const std::string& temporary, std::string_view bytes) {
-  if (auto error = refusal(temporary)) return *error;
-  const FileDescriptor file(
-      uninterrupted([&] { return ::open(temporary.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | O_NOFOLLOW); }));
-  if (!file) return systemError(temporary);
-  const int failure = writeAll(file, bytes);
-  return failure == 0 ? Result<>() : systemError(temporary, failure);
 }
 
 Result<> PosixFileStore::save(const std::string& path, std::string_view bytes, Durability durability) {

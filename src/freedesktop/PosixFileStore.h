@@ -11,7 +11,7 @@ namespace tallyvane {
 /// The files of the machine. New files are the user's alone (0600), new folders too (0700), copies included. A save may
 /// wait for another program's save in the same folder. Only regular files are read, and none above `maximumFileBytes`;
 /// a pipe or a device never blocks. A copy follows a symbolic link that is copied itself and keeps those inside a
-/// folder as links.
+/// folder as links. A temporary file that a killed program left goes when one is made a day later.
 class PosixFileStore : public FileStore {
  public:
   static constexpr std::size_t maximumFileBytes = std::size_t{1} << 30;

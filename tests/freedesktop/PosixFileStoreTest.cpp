@@ -7,6 +7,7 @@
 #include <set>
 #include <thread>
 
+#include "freedesktop/PosixPaths.h"
 #include "support/SmallDisk.h"
 
 namespace tallyvane::testing {
@@ -52,6 +53,28 @@ TEST_F(PosixFileStoreTest, NewFilesAreTheUsersAloneAndOldOnesKeepTheirPermission
   struct stat status {};
   EXPECT_EQ(::stat(at("old").c_str(), &status), 0);
   EXPECT_EQ(status.st_uid, 1234U);
+}
+
+TEST_F(PosixFileStoreTest, OldTemporaryFilesOfKilledProgramsGoWhenAnotherIsMade) {
+  const std::string usual = fs::temp_directory_path().string();
+  ::setenv("TMPDIR", folder.path.c_str(), 1);
+  const auto age = [&](const std::string& path) {
+    fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours{25});
+  };
+  const std::string left = *store.makeTemporary();
+  age(left);
+  const std::string inUse = *store.makeTemporary();
+  for (const char* name : {"tallyvane-notes.txt", "tallyvane-notes", "another-XYZXYZ"}) {
+    put(at(name), "somebody's");
+    age(at(name));
+  }
+  fs::create_directory(at("tallyvane-folder"));
+  age(at("tallyvane-folder"));
+  const std::string next = *store.makeTemporary();
+  ::setenv("TMPDIR", usual.c_str(), 1);
+  EXPECT_EQ(everythingIn(folder.path),
+            (std::set<std::string>{nameOf(inUse), nameOf(next), "tallyvane-notes.txt", "tallyvane-notes",
+                                   "another-XYZXYZ", "tallyvane-folder"}));
 }
 
 TEST_F(PosixFileStoreTest, WhatAKilledProgramLeftIsNeverListedOrCopiedAndGoesAtTheNextSave) {
