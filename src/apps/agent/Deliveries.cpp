@@ -14,7 +14,7 @@ constexpr std::chrono::minutes respite{1};
 Deliveries::Deliveries(sdbus::IConnection& connection, Needs needs, Log& log)
     : needs_(std::move(needs)),
       log_(log),
-      service_(connection, {[this] { needs_.appeared(); },
+      service_(connection, {[this] { needs_.again(); },
                             [this](const ShownId& shown) {
                               const auto userInfo = needs_.center().userInfoOf(shown);
                               if (userInfo) needs_.viewed(*userInfo);
@@ -52,7 +52,7 @@ void Deliveries::shown(const UserNotification& notification, const Result<ShownI
   }
   saidWaiting_ = false;
   note(needs_.center().noteShown(notification, *shown));
-  closeWithdrawn();  // it may have been removed while the service was asked
+  needs_.again();  // it may have been removed while the service was asked
 }
 
 void Deliveries::closeWithdrawn() {

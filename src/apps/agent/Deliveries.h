@@ -18,7 +18,7 @@ class Deliveries {
   struct Needs {
     std::function<PlistNotificationCenter&()> center;  ///< asked at every use
     std::function<Date()> now;
-    std::function<void()> appeared;                          ///< a service has started: deliver again
+    std::function<void()> again;                             ///< the lists are to be looked at again soon: `deliver`
     std::function<void(const Dictionary& userInfo)> viewed;  ///< the user asks for what a notification is about
   };
   /// The connection and the log outlive it.
