@@ -27,6 +27,7 @@ class PosixFileStore : public FileStore {
   Result<> append(const std::string& temporary, std::string_view bytes) override;
   [[nodiscard]] bool exists(const std::string& path) override;
   [[nodiscard]] bool isFolder(const std::string& path) override;
+  [[nodiscard]] bool liesIn(const std::string& path, const std::string& folder) override;
   Result<> createFolder(const std::string& path) override;
   [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override;
   Result<> copy(const std::string& from, const std::string& to) override;

@@ -2,7 +2,6 @@
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
@@ -129,6 +128,8 @@ Result<> sameTree(const fs::path& left, const fs::path& right) {
   const fs::file_type type = fs::symlink_status(left, error).type();
   if (error || fs::symlink_status(right, error).type() != type) return Error{left.string() + ": has no copy"};
   if (type == fs::file_type::regular) return sameFile(left, right);
+  if (type == fs::file_type::symlink && fs::read_symlink(left, error) != fs::read_symlink(right, error))
+    return Error{left.string() + ": its copy leads elsewhere"};
   if (type != fs::file_type::directory) return {};
   for (fs::directory_iterator entry(left, error), end; !error && entry != end; entry.increment(error)) {
     const fs::path name = entry->path().filename();
@@ -148,9 +149,11 @@ int renamedToFreeName(const std::string& from, const std::string& to) {
   return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
-bool liesInside(const fs::path& path, const fs::path& folder) {
-  const auto [inFolder, inPath] = std::mismatch(folder.begin(), folder.end(), path.begin(), path.end());
-  return inFolder == folder.end();
+/// Without links and "..", as far as that can be told.
+fs::path resolved(const std::string& path) {
+  std::error_code error;
+  const fs::path whole = fs::weakly_canonical(withoutTrailingSlashes(path), error);
+  return error ? fs::path(withoutTrailingSlashes(path)).lexically_normal() : whole;
 }
 
 /// What is on its way into place; it goes when it does not get there.
@@ -171,6 +174,16 @@ Result<> syncFolderAt(const std::string& path) {
   return folder ? syncFolder(folder.number(), path) : systemError(path);
 }
 
+/// Compared as files, too: a folder may have several names without links, where it is mounted twice or case is ignored.
+bool isSameOrInside(const std::string& path, const std::string& folder) {
+  const fs::path outer = resolved(folder);
+  for (fs::path at = resolved(path);; at = at.parent_path()) {
+    std::error_code ignored;
+    if (at == outer || fs::equivalent(at, outer, ignored)) return true;
+    if (at == at.parent_path()) return false;
+  }
+}
+
 Result<> copyTo(const std::string& from, const std::string& to, bool compares) {
   for (const std::string& path : {from, to}) {
     if (auto error = refusal(path)) return *error;
@@ -180,7 +193,7 @@ Result<> copyTo(const std::string& from, const std::string& to, bool compares) {
   if (error) return outcome(from, error);
   const std::string target = withoutTrailingSlashes(to);
   if (fs::symlink_status(target, error).type() != fs::file_type::not_found) return systemError(target, EEXIST);
-  if (liesInside(fs::weakly_canonical(target, error), source)) return Error{to + ": lies inside " + from};
+  if (isSameOrInside(target, source.string())) return Error{to + ": lies inside " + from};
 
   Result<FolderTurn> turn = FolderTurn::take(parentOf(target));
   if (!turn) return Error{target + ": " + turn.error()};
@@ -194,6 +207,10 @@ Result<> copyTo(const std::string& from, const std::string& to, bool compares) {
 
 }  // namespace
 
+bool PosixFileStore::liesIn(const std::string& path, const std::string& folder) {
+  return !refusal(path) && !refusal(folder) && isSameOrInside(path, folder);
+}
+
 Result<> PosixFileStore::copy(const std::string& from, const std::string& to) { return copyTo(from, to, false); }
 
 Result<> PosixFileStore::move(const std::string& from, const std::string& to) {
@@ -202,7 +219,10 @@ Result<> PosixFileStore::move(const std::string& from, const std::string& to) {
   }
   const std::string source = withoutTrailingSlashes(from);
   const std::string target = withoutTrailingSlashes(to);
-  const int code = renamedToFreeName(source, target);
+  std::error_code none;
+  const bool isLink = fs::is_symlink(fs::symlink_status(source, none));
+  // What a link leads to might not be found from the new place.
+  const int code = isLink ? EXDEV : renamedToFreeName(source, target);
   if (code == EXDEV) {
     Result<> copied = copyTo(source, target, true);
     return copied ? remove(source) : copied;
@@ -218,9 +238,10 @@ Result<> PosixFileStore::remove(const std::string& path) {
   if (auto error = refusal(path)) return *error;
   const std::string target = withoutTrailingSlashes(path);
   std::error_code error;
-  if (fs::symlink_status(target, error).type() == fs::file_type::directory) {
+  const fs::file_type type = fs::symlink_status(target, error).type();
+  if (type == fs::file_type::directory || type == fs::file_type::not_found) {
     const Result<FolderTurn> turn = FolderTurn::take(parentOf(target));
-    const std::string doomed = parentOf(target) + "/" + std::string(copyTemporaryName);
+    const std::string doomed = joined(parentOf(target), copyTemporaryName);
     if (turn) fs::remove_all(doomed, error);
     if (turn && ::rename(target.c_str(), doomed.c_str()) == 0) {
       fs::remove_all(doomed, error);

@@ -41,6 +41,10 @@ class FileStore {
 
   [[nodiscard]] virtual bool exists(const std::string& path) = 0;
   [[nodiscard]] virtual bool isFolder(const std::string& path) = 0;
+  /// Whether the path is the folder or lies in it, by what the two name and not by how they are written: symbolic
+  /// links,
+  /// ".." and slashes make no difference. What is not there yet lies where it would be.
+  [[nodiscard]] virtual bool liesIn(const std::string& path, const std::string& folder) = 0;
   /// With all folders that lead to it; a folder that is there already is fine.
   virtual Result<> createFolder(const std::string& path) = 0;
   /// The names in a folder, sorted bytewise, without "." and ".." and without the store's own temporaries.
@@ -54,6 +58,7 @@ class FileStore {
   /// The room, in bytes, that the user may still fill where this folder is.
   [[nodiscard]] virtual Result<std::uint64_t> freeSpace(const std::string& folder) = 0;
   /// A file, or a folder with all that is in it. Nothing there is an error. A folder goes from its name in one step.
+  /// Unless it is a file, what a killed program left beside it of a copy or a removal goes, too.
   virtual Result<> remove(const std::string& path) = 0;
 
   /// Absolute path of the user's folder for application data, without a slash at its end.

@@ -33,9 +33,9 @@ void QMBillsLoader::backupDatabase() {
 
   const std::optional<std::string> previous = newestBackup(platform_);
   (void)platform_.defaults.set(key::LastBackup, now);
-  // While the settings still name the previous one, it stays.
+  // While the settings still name the previous one, it stays; and so does what is no folder.
   const Result<> recorded = platform_.defaults.set(key::LastBackupUID, id);
-  if (recorded && previous) (void)platform_.files.remove(*previous);
+  if (recorded && previous && platform_.files.isFolder(*previous)) (void)platform_.files.remove(*previous);
 }
 
 bool QMBillsLoader::restoreDatabase() {

@@ -1,4 +1,5 @@
 #include "foundation/FileUrl.h"
+#include "foundation/Paths.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
 #include "storage/QMBillsLoader.h"
@@ -7,13 +8,6 @@
 namespace tallyvane {
 
 namespace {
-
-std::string_view lastPathComponent(std::string_view path) { return path.substr(path.rfind('/') + 1); }
-
-/// With one slash between the two, also below the root folder.
-std::string joined(const std::string& folder, std::string_view rest) {
-  return (folder.ends_with('/') ? folder : folder + "/") + std::string(rest);
-}
 
 /// Created with the folders that lead to it; a failure shows in the reads and writes that follow.
 std::string createdFolder(FileStore& files, std::string path) {
@@ -52,7 +46,7 @@ std::optional<std::string> QMBillsLoader::dataFolderOfBookmark() {
     return joined(*folder, "Apps/Tallyvane/" + std::string(dataFolderName));
   }
   // A bookmark of the data folder itself gives no path; deliberate.
-  if (lastPathComponent(*folder) == dataFolderName) return std::nullopt;
+  if (nameOf(withoutTrailingSlashes(*folder)) == dataFolderName) return std::nullopt;
   return joined(*folder, dataFolderName);
 }
 

@@ -1,21 +1,13 @@
 #include "storage/QMDatabaseMover.h"
 
+#include "foundation/Paths.h"
 #include "storage/DataFolder.h"
 
 namespace tallyvane {
 
 namespace {
 
-std::string withoutTrailingSlashes(std::string path) {
-  while (path.size() > 1 && path.back() == '/') path.pop_back();
-  return path;
-}
-
-std::string joined(const std::string& folder, std::string_view name) {
-  return (folder.ends_with('/') ? folder : folder + "/") + std::string(name);
-}
-
-bool isDataFolder(const std::string& path) { return path.substr(path.rfind('/') + 1) == dataFolderName; }
+bool isDataFolder(const std::string& path) { return nameOf(path) == dataFolderName; }
 
 /// The data folder that a location means.
 std::string dataFolderAt(const std::string& location) {
@@ -24,8 +16,8 @@ std::string dataFolderAt(const std::string& location) {
 }
 
 /// What is to be moved must not go with what stands in its way.
-bool overlap(const std::string& left, const std::string& right) {
-  return (left + "/").starts_with(right + "/") || (right + "/").starts_with(left + "/");
+bool overlap(FileStore& files, const std::string& left, const std::string& right) {
+  return files.liesIn(left, right) || files.liesIn(right, left);
 }
 
 Error overlapError(const std::string& from, const std::string& to) {
@@ -45,7 +37,7 @@ bool QMDatabaseMover::moveDatabaseToNewLocationFromOriginalLocationOverwrite(con
   const std::string target = newPlace(newLocation);
   const std::string source = withoutTrailingSlashes(original);
   Result<> moved = overlapError(source, target);
-  if (!overlap(source, target)) {
+  if (!overlap(platform_.files, source, target)) {
     if (overwrite) (void)platform_.files.remove(target);
     moved = platform_.files.move(source, target);
   }
@@ -59,7 +51,7 @@ bool QMDatabaseMover::copyDatabaseToNewLocationFromOriginalLocationOverwrite(con
   const std::string target = newPlace(newLocation);
   const std::string source = withoutTrailingSlashes(original);
   Result<> outcome = overlapError(source, target);
-  if (!overlap(source, target)) {
+  if (!overlap(platform_.files, source, target)) {
     const Result<> removed = overwrite ? platform_.files.remove(target) : Result<>();
     const Result<> copied = platform_.files.copy(source, target);
     outcome = copied ? removed : copied;
@@ -77,7 +69,7 @@ bool QMDatabaseMover::resetDatabaseFromStartLocation(const std::string& path) {
   const std::string target = joined(parent, dataFolderName);
   const std::string source = withoutTrailingSlashes(path);
   Result<> moved = overlapError(source, target);
-  if (!overlap(source, target)) {
+  if (!overlap(platform_.files, source, target)) {
     (void)platform_.files.createFolder(parent);
     (void)platform_.files.remove(target);
     moved = platform_.files.move(source, target);

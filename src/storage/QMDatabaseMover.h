@@ -14,7 +14,8 @@ class QMDatabaseMover {
   explicit QMDatabaseMover(const Platform& platform) : platform_(platform) {}
 
   /// Both take the data folder at `original` as it is named. With `overwrite` whatever stands at the new place is
-  /// removed first. Nothing is removed or done when the two places are the same or lie in one another.
+  /// removed first. Nothing is removed or done when the two places are the same or lie in one another, however their
+  /// paths are written.
   bool moveDatabaseToNewLocationFromOriginalLocationOverwrite(const std::string& newLocation,
                                                               const std::string& original, bool overwrite);
   /// With `overwrite`, a failed removal, also of nothing, makes the answer no although the copy was made; deliberate.

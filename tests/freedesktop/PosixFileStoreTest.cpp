@@ -132,6 +132,40 @@ TEST_F(PosixFileStoreTest, RemovingATreeLeavesAloneWhatItsLinksName) {
   EXPECT_EQ(contentOf(at("precious")), "x");
 }
 
+TEST_F(PosixFileStoreTest, PlacesAreToldApartByWhatTheyAreNotByHowTheyAreWritten) {
+  ASSERT_TRUE(store.createFolder(at("disk/data/inner")));
+  fs::create_directory_symlink(at("disk"), at("link"));
+  const struct {
+    const char* path;
+    bool lies;
+  } rows[] = {{"disk/data", true},
+              {"disk//data///", true},
+              {"link/data", true},
+              {"link/data/inner/.", true},
+              {"link/data/not/yet/", true},
+              {"disk/none/../data/new", true},
+              {"link", false},
+              {"disk/data2", false},
+              {"link/data/../other", false},
+              {"link/data/..", false},
+              {"link/data/inner/../../", false}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(store.liesIn(at(row.path), at("disk/data")), row.lies) << row.path;
+    EXPECT_EQ(store.liesIn(at(row.path), at("link/data/")), row.lies) << row.path;
+  }
+  EXPECT_FALSE(store.copy(at("disk"), at("link/data/inner/copy")));
+  EXPECT_FALSE(store.liesIn(at("disk/data"), ""));
+}
+
+TEST_F(PosixFileStoreTest, OfAFolderBehindALinkThatMovesTheContentArrives) {
+  ASSERT_TRUE(store.createFolder(at("real")) && store.createFolder(at("new/place")));
+  put(at("real/bill"), "rent");
+  fs::create_directory_symlink("real", at("link"));
+  ASSERT_TRUE(store.move(at("link"), at("new/place/data")));
+  EXPECT_EQ(contentOf(at("new/place/data/bill")), "rent");
+  EXPECT_THAT(everythingIn(folder.path), ElementsAre("new", "real"));
+}
+
 TEST_F(PosixFileStoreTest, ACopyThatFailsHalfWayLeavesNothing) {
   ASSERT_TRUE(store.createFolder(at("tree/a")));
   put(at("tree/a/bill"), "rent");

@@ -45,6 +45,11 @@ TEST_F(Backup, NothingButABackupIsEverRemoved) {
     desktop.defaults.content.set("QMLastBackupUID", odd);
     EXPECT_FALSE(loader.restoreDatabase()) << odd;
   }
+  const std::string file = backupFolder + "/0123456789ABCDEF0123456789ABCDEF";
+  desktop.files.content[file] = "a file of the user's";
+  desktop.defaults.content = Dictionary{{"QMLastBackupUID", "0123456789ABCDEF0123456789ABCDEF"}};
+  loader.backupDatabase();
+  EXPECT_TRUE(desktop.files.exists(file));
 }
 
 TEST_F(Backup, RestoringPutsTheWholeFolderBackAndKeepsTheBackup) {
@@ -108,11 +113,12 @@ TEST_F(Mover, ReplacesWhatIsThereOnlyWhenAskedTo) {
 TEST_F(Mover, NeverRemovesWhatItIsToMove) {
   const auto before = desktop.files.content;
   for (const std::string& place :
-       {dataFolder, dataFolder + "/", dataFolder + "/inner", std::string("/home/ada/.local/share/Tallyvane")}) {
+       {dataFolder, dataFolder + "/", dataFolder + "/inner", std::string("/home/ada/.local/share/Tallyvane"),
+        std::string("/home/ada/.local//share/Tallyvane/../Tallyvane/./")}) {
     EXPECT_FALSE(mover.moveDatabaseToNewLocationFromOriginalLocationOverwrite(place, dataFolder, true)) << place;
     EXPECT_FALSE(mover.copyDatabaseToNewLocationFromOriginalLocationOverwrite(place, dataFolder, true)) << place;
   }
-  EXPECT_FALSE(mover.resetDatabaseFromStartLocation(dataFolder));
+  EXPECT_FALSE(mover.resetDatabaseFromStartLocation("/home/ada/.local/./share/Tallyvane/Tallyvane.tvdata"));
   EXPECT_EQ(desktop.files.content, before);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <ostream>
 #include <set>
@@ -56,6 +57,9 @@ class InMemoryFileStore : public FileStore {
   }
   [[nodiscard]] bool exists(const std::string& path) override { return content.contains(path) || isFolder(path); }
   [[nodiscard]] bool isFolder(const std::string& path) override { return folders.contains(path); }
+  [[nodiscard]] bool liesIn(const std::string& path, const std::string& folder) override {
+    return isAtOrBelow(normal(path), normal(folder));
+  }
   Result<> createFolder(const std::string& path) override {
     if (!path.starts_with('/')) return Error{"'" + path + "': not an absolute path"};
     for (std::string folder = path; folder.size() > 1; folder = parent(folder)) {
@@ -144,6 +148,11 @@ class InMemoryFileStore : public FileStore {
 
  private:
   int temporaries_ = 0;
+  static std::string normal(const std::string& path) {
+    std::string text = std::filesystem::path(path).lexically_normal().string();
+    while (text.size() > 1 && text.ends_with('/')) text.pop_back();
+    return text;
+  }
   static bool isAtOrBelow(const std::string& path, const std::string& root) {
     return path == root || path.starts_with(root + "/");
   }
@@ -177,6 +186,9 @@ class FailingFileStore : public FileStore {
   }
   [[nodiscard]] bool exists(const std::string& path) override { return inner_.exists(path); }
   [[nodiscard]] bool isFolder(const std::string& path) override { return inner_.isFolder(path); }
+  [[nodiscard]] bool liesIn(const std::string& path, const std::string& folder) override {
+    return inner_.liesIn(path, folder);
+  }
   Result<> createFolder(const std::string& path) override { return inner_.createFolder(path); }
   [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override {
     return inner_.list(folder);

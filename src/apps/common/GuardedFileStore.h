@@ -45,6 +45,9 @@ class GuardedFileStore : public FileStore {
   }
   [[nodiscard]] bool exists(const std::string& path) override { return inner_.exists(path); }
   [[nodiscard]] bool isFolder(const std::string& path) override { return inner_.isFolder(path); }
+  [[nodiscard]] bool liesIn(const std::string& path, const std::string& folder) override {
+    return inner_.liesIn(path, folder);
+  }
   Result<> createFolder(const std::string& path) override { return inner_.createFolder(path); }
   [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override {
     return inner_.list(folder);

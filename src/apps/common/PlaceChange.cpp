@@ -77,12 +77,19 @@ Result<> switchSettings(const Platform& platform, const Place& place) {
   return stored;
 }
 
+/// What a copy or a removal that was broken off has left beside a folder that is not there.
+void clearBeside(FileStore& files, const std::string& folder) {
+  if (!files.exists(folder)) (void)files.remove(folder);
+}
+
 /// Of a folder that has moved nothing is left, unless the change was interrupted between its copy and its removal. What
 /// is not at the new place, too, is never removed.
 Result<> removeLeftover(const Platform& platform, const PlaceChange& change) {
   FileStore& files = platform.files;
+  if (change.carrying != Carrying::move || files.liesIn(change.to, change.from)) return {};
+  clearBeside(files, change.from);
   const Result<std::vector<std::string>> names = files.list(change.from);
-  if (change.carrying != Carrying::move || !names) return {};
+  if (!names) return {};
   for (const std::string& name : *names) {
     if (!files.exists(change.to + "/" + name))
       return Error{sentence("{} stays, because \"{}\" in it is not in {}", change.from, name, change.to)};
@@ -152,7 +159,10 @@ std::string wholeFolderOf(const Platform& platform, const PlaceChange& change) {
 
 Result<> finishPlaceChange(const Platform& platform, const PlaceChange& change) {
   const bool isSwitched = QMBillsLoader{platform}.tallyvaneDirectory() != change.from;
-  if (!isSwitched && !hasArrived(platform, change)) return platform.defaults.remove(key::PlaceChange);
+  if (!isSwitched && !hasArrived(platform, change)) {
+    clearBeside(platform.files, change.to);
+    return platform.defaults.remove(key::PlaceChange);
+  }
   if (!platform.files.isFolder(change.to))
     return Error{sentence("{} is not there; connect the disk that it is on", change.to)};
   return settle(platform, change);

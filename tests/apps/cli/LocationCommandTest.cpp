@@ -42,6 +42,9 @@ TEST_F(Safekeeping, TwoDataFoldersAreNeverMixed) {
   refuses({"location", "--set", "/nowhere"}, "no folder");
   refuses({"location", "--set", "/media/disk", "--adopt"}, "no data folder with bills");
   refuses({"location", "--finish"}, "No change of place");
+  const std::string oldBackup = usual.substr(0, usual.rfind('/')) + "/0123456789ABCDEF0123456789ABCDEF";
+  (void)cli.desktop.files.createFolder(oldBackup);
+  refuses({"location", "--set", oldBackup}, "where backups go");
   (void)cli.desktop.files.createFolder(usual + "/inside");
   refuses({"location", "--set", usual + "/inside"}, "lie in one another");
 

@@ -76,16 +76,17 @@ Place ownPlace(const Platform& platform, const Options& options) {
   return place;
 }
 
-bool overlap(const std::string& left, const std::string& right) {
-  return (left + "/").starts_with(right + "/") || (right + "/").starts_with(left + "/");
-}
-
 /// What is asked for, where it loses and mixes nothing: the new place is free, or what is there is to be used.
 Carrying carryingTo(const Platform& platform, const std::string& to, bool isUsual, const Options& options) {
   FileStore& files = platform.files;
   const std::string from = currentFolder(platform);
-  if (from == to) couldNot(sentence("The data folder is there already: {}.", to));
-  if (overlap(from, to)) couldNot(sentence("{} and {} lie in one another.", from, to));
+  const bool isInside = files.liesIn(to, from);
+  const bool isAround = files.liesIn(from, to);
+  if (isInside && isAround) couldNot(sentence("The data folder is there already: {}.", from));
+  if (isInside || isAround) couldNot(sentence("{} and {} lie in one another.", from, to));
+  const std::string backups = QMBillsLoader{platform}.tallyvaneBackupPath();
+  if (!isUsual && files.liesIn(to, backups))
+    couldNot(sentence("Choose a folder outside of {}, where backups go.", backups));
   const bool isTaken = files.exists(to) && !programs::isEmptyFolder(files, to);
   const std::optional<std::size_t> found = programs::billsListedIn(platform, to);
   if (options.adopt) {
