@@ -30,14 +30,14 @@ bool isReplaceableBy(std::string_view earlier, std::string_view later) {
 void GuardedFileStore::begin() {
   operating_ = true;
   firstError_.clear();
-  undo_.clear();
+  forget();
 }
 
 Result<> GuardedFileStore::finish() {
   operating_ = false;
   const std::string error = std::exchange(firstError_, {});
   if (!error.empty()) return Error{error + putBack()};
-  undo_.clear();
+  forget();
   return {};
 }
 
@@ -48,10 +48,16 @@ Result<> GuardedFileStore::abandon() {
   return error.empty() ? Result<>() : Error{translated("the files could not all be put back") + error};
 }
 
+void GuardedFileStore::forget() {
+  undo_.clear();
+  earlier_.clear();
+}
+
 /// The last change first; what failed, each clause with its separator.
 std::string GuardedFileStore::putBack() {
   std::string failures;
-  const std::vector<Undo> undo = std::exchange(undo_, {});
+  earlier_.clear();
+  const std::list<Undo> undo = std::exchange(undo_, {});
   for (auto step = undo.rbegin(); step != undo.rend(); ++step) {
     if (Result<> done = (*step)(); !done) failures += "; " + sentence("could not be put back: {}", done.error());
   }
@@ -69,12 +75,13 @@ Result<> GuardedFileStore::saveGuarded(const std::string& path, std::string_view
   Result<std::string> earlier = inner_.read(path);
   if (!earlier) {
     if (inner_.exists(path)) return Error{earlier.error()};
-    return changed(inner_.save(path, bytes, durability), removing(path));
+    return changedBySave(inner_.save(path, bytes, durability), path, 0, removing(path));
   }
   if (path.ends_with(".plist") && *earlier != bytes && !isReplaceableBy(*earlier, bytes)) {
     if (Result<> kept = setAside(inner_, log_, path); !kept) return kept;
   }
-  return changed(inner_.save(path, bytes, durability), savingAgain(path, std::move(*earlier)));
+  const std::size_t size = earlier->size();
+  return changedBySave(inner_.save(path, bytes, durability), path, size, savingAgain(path, std::move(*earlier)));
 }
 
 Result<> GuardedFileStore::copy(const std::string& from, const std::string& to) {
@@ -85,6 +92,7 @@ Result<> GuardedFileStore::copy(const std::string& from, const std::string& to) 
 
 Result<> GuardedFileStore::move(const std::string& from, const std::string& to) {
   if (hasFailed()) return refused(from);
+  earlier_.clear();
   const bool isFolder = inner_.isFolder(from);
   return changed(
       inner_.move(from, to), isFolder ? Undo() : [this, from, to] { return inner_.move(to, from); });
@@ -92,6 +100,7 @@ Result<> GuardedFileStore::move(const std::string& from, const std::string& to) 
 
 Result<> GuardedFileStore::remove(const std::string& path) {
   if (hasFailed()) return refused(path);
+  earlier_.clear();
   Result<std::string> earlier = operating_ ? inner_.read(path) : Error{};
   return changed(inner_.remove(path), earlier ? savingAgain(path, std::move(*earlier)) : Undo());
 }
@@ -106,6 +115,19 @@ GuardedFileStore::Undo GuardedFileStore::removing(const std::string& path) {
 
 Result<> GuardedFileStore::changed(Result<> outcome, Undo undo) {
   if (outcome && operating_ && undo) undo_.push_back(std::move(undo));
+  return outcome;
+}
+
+Result<> GuardedFileStore::changedBySave(Result<> outcome, const std::string& path, std::size_t earlierSize,
+                                         const Undo& undo) {
+  if (!outcome || !operating_) return outcome;
+  const auto first = earlier_.find(path);
+  if (first != earlier_.end() && first->second.size <= earlierSize) {
+    undo_.splice(undo_.end(), undo_, first->second.undo);
+  } else {
+    undo_.push_back(undo);
+    earlier_.insert_or_assign(path, Earlier{std::prev(undo_.end()), earlierSize});
+  }
   return outcome;
 }
 

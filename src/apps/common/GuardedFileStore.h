@@ -1,9 +1,10 @@
 #pragma once
 
 #include <functional>
+#include <list>
+#include <map>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/FileStore.h"
 #include "platform/Log.h"
@@ -16,9 +17,10 @@ namespace tallyvane::programs {
 ///   said so, before the save; when that copy fails, so does the save.
 /// - Between `begin` and `finish` lies one operation, done whole or not at all: after its first failed save every later
 ///   change is refused, and `finish` puts back what the operation had changed, the last change first. On a full disk
-///   that order always has room, since each step gives back what its change took. Folders that were made, copied, moved
-///   or removed stay so: who replaces one keeps the old one until the new one is whole. A copy, move or removal that
-///   fails is the model's affair and ends nothing.
+///   that order always has room, since each step gives back what its change took. Of a file that grows with every save,
+///   as a list does, only its first content is kept, and put back where its last one would be. Folders that were made,
+///   copied, moved or removed stay so: who replaces one keeps the old one until the new one is whole. A copy, move or
+///   removal that fails is the model's affair and ends nothing.
 class GuardedFileStore : public FileStore {
  public:
   GuardedFileStore(FileStore& inner, Log& log) : inner_(inner), log_(log) {}
@@ -61,7 +63,13 @@ class GuardedFileStore : public FileStore {
 
  private:
   using Undo = std::function<Result<>()>;
+  /// What a file held before the operation saved it.
+  struct Earlier {
+    std::list<Undo>::iterator undo;
+    std::size_t size;
+  };
 
+  void forget();
   [[nodiscard]] std::string putBack();
   [[nodiscard]] Result<> saveGuarded(const std::string& path, std::string_view bytes, Durability durability);
   [[nodiscard]] bool hasFailed() const { return !firstError_.empty(); }
@@ -69,12 +77,15 @@ class GuardedFileStore : public FileStore {
   [[nodiscard]] Undo removing(const std::string& path);
   /// Passes the outcome of a change on, and keeps its undo when it worked and belongs to an operation.
   Result<> changed(Result<> outcome, Undo undo);
+  /// Likewise of a save over that many bytes.
+  Result<> changedBySave(Result<> outcome, const std::string& path, std::size_t earlierSize, const Undo& undo);
 
   FileStore& inner_;
   Log& log_;
   bool operating_ = false;
   std::string firstError_;
-  std::vector<Undo> undo_;
+  std::list<Undo> undo_;
+  std::map<std::string, Earlier, std::less<>> earlier_;  ///< of files saved since anything was moved or removed
 };
 
 }  // namespace tallyvane::programs

@@ -62,6 +62,9 @@ TEST_F(GuardedFileStoreTest, WithoutAnOperationAFailedSaveStopsNothing) {
 /// Changes files in every way that there is; the model goes on after failures.
 void operate(FileStore& store) {
   (void)store.save("/data/new", "1");
+  (void)store.save("/data/new", "12");
+  (void)store.save("/data/note", "1");
+  (void)store.save("/data/note", "12");
   (void)store.save("/data/note", "1");
   (void)store.copy("/data/note", "/data/copy");
   (void)store.move("/data/here", "/data/there");
@@ -74,7 +77,7 @@ void operate(FileStore& store) {
 TEST_F(GuardedFileStoreTest, AnOperationIsDoneWholeOrNotAtAllWhicheverSaveFails) {
   InMemoryFileStore whole = files;
   operate(whole);
-  constexpr int changes = 8;
+  constexpr int changes = 11;
   for (int call = 1; call <= changes + 1; ++call) {
     InMemoryFileStore inner = files;
     FailingFileStore failing(inner, call);
@@ -82,7 +85,7 @@ TEST_F(GuardedFileStoreTest, AnOperationIsDoneWholeOrNotAtAllWhicheverSaveFails)
     guarded.begin();
     operate(guarded);
     const Result<> finished = guarded.finish();
-    const bool saveFails = call <= 2 || (call >= 6 && call <= changes);
+    const bool saveFails = call <= 5 || (call >= 9 && call <= changes);
     EXPECT_EQ(static_cast<bool>(finished), !saveFails) << call;
     if (saveFails || call > changes) {
       EXPECT_EQ(inner.content, saveFails ? files.content : whole.content) << call;
