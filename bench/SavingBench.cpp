@@ -58,7 +58,7 @@ QMBill billOf(const Platform& platform, const Dictionary& stored) {
   bill.balance = value("Balance");
   bill.interest = value("Interest");
   bill.notes = stored.valueOr("Notes", std::string());
-  bill.tags = stringsOf(stored.get<Array>("Tags"));
+  bill.tags = stored.valueOr("Tags", Array());
   bill.amount = value("Amount");
   bill.payType = value("PayType");
   bill.rev = value("Rev");

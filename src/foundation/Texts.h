@@ -28,6 +28,9 @@ namespace tallyvane {
 /// sign or code before or after, a sign. Nothing when the text is anything else or not wholly read.
 [[nodiscard]] std::optional<double> parsedAmount(const Region& region, std::string_view text);
 
+/// A number that the locale's decimal style reads wholly: no currency.
+[[nodiscard]] std::optional<double> parsedNumber(const Region& region, std::string_view text);
+
 /// Below, equal or above zero: the locale's order, case ignored.
 [[nodiscard]] int localizedCaseInsensitiveCompare(const Region& region, std::string_view left, std::string_view right);
 

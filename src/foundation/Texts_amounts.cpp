@@ -17,17 +17,22 @@ namespace tallyvane {
 namespace {
 
 struct AmountReader {
-  std::unique_ptr<icu::DecimalFormat> format;
+  std::unique_ptr<icu::DecimalFormat> decimal;
+  std::unique_ptr<icu::DecimalFormat> money;
   std::vector<icu::UnicodeString> currencyNames;  // case folded: the signs, the ISO code
 };
 
-// Reads digits with the marks that the locale uses for money; they differ from those of other numbers in a few.
-std::unique_ptr<icu::DecimalFormat> digitReader(const icu::Locale& locale) {
-  using Symbols = icu::DecimalFormatSymbols;
+std::unique_ptr<icu::DecimalFormat> decimalReader(const icu::Locale& locale) {
   UErrorCode status = U_ZERO_ERROR;
   const std::unique_ptr<icu::NumberFormat> number(icu::NumberFormat::createInstance(locale, status));
   requireIcu(status, "the number format");
-  std::unique_ptr<icu::DecimalFormat> decimal(dynamic_cast<const icu::DecimalFormat&>(*number).clone());
+  return std::unique_ptr<icu::DecimalFormat>(dynamic_cast<const icu::DecimalFormat&>(*number).clone());
+}
+
+// Reads digits with the marks that the locale uses for money; they differ from those of other numbers in a few.
+std::unique_ptr<icu::DecimalFormat> moneyReader(const icu::Locale& locale) {
+  using Symbols = icu::DecimalFormatSymbols;
+  std::unique_ptr<icu::DecimalFormat> decimal = decimalReader(locale);
   Symbols symbols(*decimal->getDecimalFormatSymbols());
   symbols.setSymbol(Symbols::kDecimalSeparatorSymbol, symbols.getConstSymbol(Symbols::kMonetarySeparatorSymbol));
   symbols.setSymbol(Symbols::kGroupingSeparatorSymbol,
@@ -60,8 +65,9 @@ std::vector<icu::UnicodeString> namesOfCurrency(const Region& region) {
 
 const AmountReader& readerOf(const Region& region) {
   return perRegion<AmountReader>(region, [](const Region& its) {
+    const icu::Locale locale(its.locale.c_str());
     return std::unique_ptr<AmountReader>(
-        new AmountReader{digitReader(icu::Locale(its.locale.c_str())), namesOfCurrency(its)});
+        new AmountReader{decimalReader(locale), moneyReader(locale), namesOfCurrency(its)});
   });
 }
 
@@ -131,18 +137,27 @@ std::optional<double> plainNumberOf(const icu::UnicodeString& digits) {
   return value;
 }
 
+std::optional<double> numberOf(const icu::UnicodeString& text, const icu::DecimalFormat& format,
+                               const std::vector<icu::UnicodeString>& currencyNames) {
+  Stripped stripped{.text = withoutMarks(text)};
+  trim(stripped.text);
+  while (stripped.stripSign() || stripped.stripCurrency(currencyNames)) {
+  }
+  std::optional<double> amount = wholeNumberOf(format, stripped.text);
+  if (!amount) amount = plainNumberOf(stripped.text);
+  if (amount && stripped.isNegative) amount = -*amount;
+  return amount;
+}
+
 }  // namespace
 
 std::optional<double> parsedAmount(const Region& region, std::string_view text) {
   const AmountReader& reader = readerOf(region);
-  Stripped stripped{.text = withoutMarks(unicodeOf(text).foldCase())};
-  trim(stripped.text);
-  while (stripped.stripSign() || stripped.stripCurrency(reader.currencyNames)) {
-  }
-  std::optional<double> amount = wholeNumberOf(*reader.format, stripped.text);
-  if (!amount) amount = plainNumberOf(stripped.text);
-  if (amount && stripped.isNegative) amount = -*amount;
-  return amount;
+  return numberOf(unicodeOf(text).foldCase(), *reader.money, reader.currencyNames);
+}
+
+std::optional<double> parsedNumber(const Region& region, std::string_view text) {
+  return numberOf(unicodeOf(text), *readerOf(region).decimal, {});
 }
 
 }  // namespace tallyvane

@@ -1,28 +1,19 @@
 #include "import/QMImportManager.h"
 
 #include "foundation/FileUrl.h"
+#include "foundation/Paths.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane {
 
-namespace {
-
-std::string withoutTrailingSlashes(std::string path) {
-  while (path.size() > 1 && path.back() == '/') path.pop_back();
-  return path;
-}
-
-std::string_view lastComponent(std::string_view path) { return path.substr(path.rfind('/') + 1); }
-
-}  // namespace
-
 void QMImportManager::importDataFromPreviousVersion() {
   platform_.log.line("Starting Import");
-  std::string folder = QMBillsLoader{platform_}.tallyvaneDirectory().value_or(std::string());
-  if (lastComponent(folder) == dataFolderName) folder.resize(folder.size() - dataFolderName.size() - 1);
-  platform_.log.line("Default Location Path: " + folder);
+  const std::optional<std::string> data = QMBillsLoader{platform_}.tallyvaneDirectory();
+  std::string folder = withoutTrailingSlashes(data.value_or(std::string()));
+  if (nameOf(folder) == dataFolderName) folder = parentOf(folder);
+  platform_.log.line("Default Location Path: " + (data ? folder : "(null)"));
   (void)platform_.defaults.set(key::CustomLocationEnabled, false);
   (void)platform_.defaults.set(key::CustomLocationTempPath, std::string());
   (void)importDataFromPreviousVersionAtPath(folder);
@@ -36,9 +27,9 @@ void QMImportManager::importDataInDefaultLocation() {
 
 bool QMImportManager::importDataFromPreviousVersionAtPath(const std::string& path) {
   const std::string folder = withoutTrailingSlashes(path);
-  if (lastComponent(folder) != "Tallyvane") return false;
+  if (nameOf(folder) != "Tallyvane") return false;
   const std::string dataPath = folder + "/Data";
-  const bool exists = platform_.files.exists(dataPath);
+  const bool exists = platform_.files.isFolder(dataPath);
   platform_.log.line(std::string("Data Folder Exists at Selected Location: ") + (exists ? "1" : "0"));
   if (!exists) return false;
 

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "foundation/NumberReading.h"
+#include "foundation/Paths.h"
 #include "import/QMImportManager.h"
 #include "platform/PropertyListFile.h"
 #include "schedule/RepeatRule.h"
@@ -50,28 +51,22 @@ constexpr std::array<std::pair<std::string_view, std::int64_t>, 5> units{{{"Week
                                                                           {"Days", UnitKind::days},
                                                                           {"Never", UnitKind::never}}};
 
-template <typename T>
-std::optional<T> get(const Dictionary& record, std::string_view key) {
-  const T* value = record.get<T>(key);
-  return value == nullptr ? std::nullopt : std::optional<T>(*value);
-}
-
 std::optional<Value> valueOf(const Dictionary& record, std::string_view key) {
   const Value* value = record.find(key);
   return value == nullptr ? std::nullopt : std::optional(*value);
 }
 
-/// A number given as text becomes the number that it begins with.
+/// A number given as text becomes the number that it begins with, and 0 when it begins with something else, a
+/// currency's sign too; deliberate.
 std::optional<Value> numberOf(const Dictionary& record, std::string_view key) {
   const Value* value = record.find(key);
   if (value != nullptr && value->is<std::string>()) return Value(floatValue(value));
   return valueOf(record, key);
 }
 
-Date firstPaymentDate(const Dictionary& record) {
+Value firstPaymentDate(const Dictionary& record) {
   const Array* dates = record.get<Array>("Pay_Dates");
-  const Date* first = dates == nullptr || dates->empty() ? nullptr : dates->front().get<Date>();
-  return first == nullptr ? distantPast : *first;
+  return dates == nullptr || dates->empty() ? Value(distantPast) : dates->front();
 }
 
 /// Without a count the array ends before it begins.
@@ -88,7 +83,7 @@ Array repeatOf(const Dictionary& record, std::int64_t unit) {
 
 std::string QMImportManager::billNameOf(std::string_view path) const {
   constexpr std::string_view extension = ".plist";
-  std::string name(path.substr(path.rfind('/') + 1));
+  std::string name = nameOf(path);
   for (std::size_t at = 0; (at = name.find(extension, at)) != std::string::npos;) name.erase(at, extension.size());
   return name;
 }
@@ -123,20 +118,21 @@ void QMImportManager::importBill(const std::string& path, const std::string& dat
   platform_.log.line("Name: " + *bill.name);
   bill.bid = QMUIDMaker{platform_.random}.makeUID();
   bill.icon = convertIconWithIcon(text("Icon"));
-  bill.dueDate = get<Date>(record, "Next_Due");
+  bill.dueDate = valueOf(record, "Next_Due");
   bill.repeat = repeatOf(record, unit);
   bill.average = numberOf(record, "Average_Paid");
   bill.lastPayment = firstPaymentDate(record);
   bill.totalPaid = calculateTotalPaidWithPayments(record.get<Array>("Pay_Notes"));
   bill.paymentList = createListOfPaymentsForDictionaryAtPath(record, dataPath);
   bill.remindMe = valueOf(record, "Alarm_On");
-  bill.paySite = bill.getCorrectedPaymentURL(get<std::string>(record, "Pay_Location_a"));
+  bill.paySite = valueOf(record, "Pay_Location_a");
+  if (const auto* site = record.get<std::string>("Pay_Location_a")) bill.paySite = bill.getCorrectedPaymentURL(*site);
   bill.reminderDays = valueOf(record, "Alarm_Days");
   bill.balance = valueOf(record, "Total_Balance");
   bill.payType = calculatePayTypeWithString(text("Pay_Type"));
   bill.interest = valueOf(record, "Interest_Rate");
-  bill.notes = get<std::string>(record, "Pay_Bill_Note");
-  if (const Array* tags = record.get<Array>("Tags")) bill.tags = stringsOf(tags);
+  bill.notes = valueOf(record, "Pay_Bill_Note");
+  bill.tags = valueOf(record, "Tags");
   bill.rev = 0.0F;
   bill.amount = numberOf(record, "Amount_Due");
   // A bill for once that was paid is never due again.

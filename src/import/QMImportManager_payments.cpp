@@ -1,9 +1,11 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "foundation/NumberReading.h"
+#include "foundation/Paths.h"
 #include "foundation/Texts.h"
 #include "import/QMImportManager.h"
 #include "payments/QMPaymentLogger.h"
@@ -27,11 +29,11 @@ const Value* requiredElement(const Array* list, std::size_t index) {
   return list == nullptr ? nullptr : &(*list)[index];
 }
 
-/// An amount that was typed reads in the user's locale.
+/// An amount that was typed reads as a number of the user's locale; one with a currency's sign is none.
 Value amountOf(const Region& region, const Value& stored) {
   const auto* text = stored.get<std::string>();
   if (text == nullptr) return stored;
-  const std::optional<double> amount = parsedAmount(region, *text);
+  const std::optional<double> amount = parsedNumber(region, *text);
   return amount ? Value(*amount) : Value(0);
 }
 
@@ -43,6 +45,13 @@ Value dateOf(const Array* dates, std::size_t index) {
 /// A folder of receipts is named by one plain name: none leads elsewhere.
 bool isPlainName(std::string_view name) {
   return !name.empty() && name != "." && name != ".." && name.find('/') == std::string_view::npos;
+}
+
+/// Hidden files, such as what a desktop keeps about a folder, come last.
+const std::string& firstOf(const std::vector<std::string>& names) {
+  const auto isVisible = [](const std::string& name) { return !name.starts_with('.'); };
+  const auto visible = std::find_if(names.begin(), names.end(), isVisible);
+  return visible == names.end() ? names.front() : *visible;
 }
 
 }  // namespace
@@ -80,12 +89,12 @@ Array QMImportManager::createListOfPaymentsForDictionaryAtPath(const Dictionary&
 std::string QMImportManager::receiptOf(const Value* attachment, const std::string& dataPath) {
   const auto* name = attachment == nullptr ? nullptr : attachment->get<std::string>();
   if (name == nullptr || containsIgnoringCase(*name, "Attach")) return "";
-  const std::string folder = dataPath.substr(0, dataPath.rfind('/')) + "/receipts/" + *name;
+  const std::string folder = joined(parentOf(withoutTrailingSlashes(dataPath)), "receipts/" + *name);
   const Result<std::vector<std::string>> files =
       isPlainName(*name) ? platform_.files.list(folder) : Result<std::vector<std::string>>(Error{});
   if (!files) return *name;
   platform_.log.line(fmt::format("Files found: ({})", fmt::join(*files, ", ")));
-  return files->empty() ? "" : QMPaymentLogger{platform_}.copyAttachment(folder + "/" + files->front());
+  return files->empty() ? "" : QMPaymentLogger{platform_}.copyAttachment(folder + "/" + firstOf(*files));
 }
 
 }  // namespace tallyvane

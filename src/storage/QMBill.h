@@ -24,18 +24,19 @@ class QMBill {
  public:
   explicit QMBill(const Platform& platform) : platform_(platform) {}
 
-  // 1 The record. Set every property before writeBill: the file ends at the first one without a value; deliberate. A
-  // bill whose identifier is absent or can name no file of the data folder is not written; the log says so.
+  // 1 The record. Set every property before writeBill: the file ends at the first one without a value; deliberate. What
+  // an import may find in another type than it should have is written as it is: readers of bills allow for that. A bill
+  // whose identifier is absent or can name no file of the data folder is not written; the log says so.
 
   std::optional<std::string> name;
   std::optional<std::string> icon;
-  std::optional<Date> dueDate;
+  std::optional<Value> dueDate;
   std::optional<Array> repeat;
   std::optional<Value> average;
-  std::optional<Date> lastPayment;
+  std::optional<Value> lastPayment;
   std::optional<Value> totalPaid;
   std::optional<Value> remindMe;
-  std::optional<std::string> paySite;
+  std::optional<Value> paySite;
   std::optional<Array> paymentList;
   std::optional<std::string> bid;
   std::optional<Value> reminderDays;
@@ -43,8 +44,8 @@ class QMBill {
   std::optional<Value> amount;
   std::optional<Value> payType;
   std::optional<Value> interest;
-  std::optional<std::string> notes;
-  std::optional<std::vector<std::string>> tags;
+  std::optional<Value> notes;
+  std::optional<Value> tags;
   std::optional<Value> rev;
 
   /// Writes file, index, reminders, tags and mirror from the properties; adds the bill to "ActiveBills" and takes it

@@ -23,9 +23,6 @@ class PairsUpToFirstMissing {
     ended_ = ended_ || !value;
     if (!ended_) pairs_.append(std::string(key), Value(*value));
   }
-  void add(std::string_view key, const std::optional<std::vector<std::string>>& value) {
-    add(key, value ? std::optional(arrayOf(*value)) : std::nullopt);
-  }
   [[nodiscard]] Dictionary take() { return std::move(pairs_); }
 
  private:
@@ -148,7 +145,7 @@ void QMBill::writeBill(bool skipActiveMirror) {
   if (wantsReminders) reminders.createTallyvaneReminderForBill(bill);
   log.line("Speed6");
 
-  QMBillsLoader{platform_}.saveListOfTagsWithTags(tags.value_or(std::vector<std::string>()));
+  QMBillsLoader{platform_}.saveListOfTagsWithTags(stringsOf(tags ? tags->get<Array>() : nullptr));
   uploadBillToiCloudWithBidAndDictionary(*bid, bill);
   log.line("Speed7");
   if (!skipActiveMirror && active) uploadActiveBillsToiCloud(*active);

@@ -88,6 +88,13 @@ TEST(Texts, ReadAnAmountAsItsLocaleTypesIt) {
       EXPECT_EQ(parsedAmount(regionOf(locale), text), amount) << locale << " " << text;
 }
 
+TEST(Texts, ReadANumberWithoutACurrency) {
+  EXPECT_EQ(parsedNumber(regionOf("de_AT"), "1\u00A0250,5"), 1250.5);  // money has a point there
+  EXPECT_EQ(parsedNumber(regionOf("en_US"), " -1,250.5 "), -1250.5);
+  for (const char* text : {"$5", "5 USD", "5 kg", "", "-"})
+    EXPECT_EQ(parsedNumber(regionOf("en_US"), text), std::nullopt) << text;
+}
+
 TEST(Texts, ReadBackEveryAmountThatTheyWrite) {
   for (const char* locale : {"en_US", "de_DE", "de_AT", "de_CH", "fr_FR", "fr_CH", "sv_SE", "pl_PL", "en_IN", "hi_IN",
                              "ar_EG", "fa_IR", "he_IL", "pt_BR", "eo", "lv_LV"})

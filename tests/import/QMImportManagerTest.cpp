@@ -75,7 +75,46 @@ TEST_F(Import, PaymentsWithoutAReadableDateOrReceiptKeepTheirAmounts) {
   EXPECT_EQ(payment(bill, 0),
             (Dictionary{{"Amount", 0}, {"Date", unknown}, {"Note", "5 in cash"}, {"Receipt", "gone"}}));
   EXPECT_EQ(payment(bill, 1), (Dictionary{{"Amount", 2}, {"Date", unknown}, {"Note", "late"}, {"Receipt", "../Data"}}));
-  EXPECT_EQ(*bill.find("LastPayment"), Value(distantPast));
+  EXPECT_EQ(*bill.find("LastPayment"), Value("1 May"));
+}
+
+TEST_F(Import, AmountsGivenAsTextBecomeNumbers) {
+  // Of the amount that is due the leading number; of a payment the whole text, as a number of the locale.
+  const struct {
+    const char* text;
+    double due;
+    double paid;
+  } rows[] = {{"12.50", 12.5, 12.5}, {"$12.50", 0, 0}, {"1E3", 1000, 1000}, {"1,250.5", 1, 1250.5},
+              {"12 or so", 12, 0},   {" -7 ", -7, -7}, {"", 0, 0}};
+  for (const auto& row : rows) {
+    FakeDesktop other;
+    const Dictionary old = with(with(oldBill(), "Amount_Due", row.text), "Pay_Amounts", Array{row.text});
+    other.files.putPlist(oldFolder + "/Data/Rent.plist", old);
+    EXPECT_TRUE(QMImportManager{other.platform}.importDataFromPreviousVersionAtPath(oldFolder));
+    const Dictionary bill = fileOf(other, stringsOf(indexOf(other).get<Array>("ActiveBills")).at(0) + ".plist");
+    EXPECT_EQ(doubleValue(bill, "Amount"), row.due) << row.text;
+    EXPECT_EQ(doubleValue(payment(bill, 0), "Amount"), row.paid) << row.text;
+  }
+}
+
+TEST_F(Import, WhatHasAnotherTypeThanItShouldIsKeptAsItIs) {
+  putOld("Rent.plist", with(with(with(with(with(oldBill(), "Next_Due", "soon"), "Pay_Bill_Note", 7), "Tags", "Home"),
+                                 "Pay_Location_a", 5),
+                            "Pay_Dates", Array{"1 May", noon(2015, 4, 1)}));
+  const Dictionary bill = imported();
+  const Dictionary expected{{"DueDate", "soon"}, {"LastPayment", "1 May"}, {"PaySite", 5},
+                            {"Notes", 7},        {"Tags", "Home"},         {"Rev", 0.0}};
+  for (const auto& [key, value] : expected) EXPECT_EQ(*bill.find(key), value) << key;
+}
+
+TEST_F(Import, OfSeveralReceiptsTheFirstThatIsNotHiddenIsTaken) {
+  putOld("Rent.plist", oldBill());
+  for (const char* name : {".DS_Store", "b.pdf", "a.pdf"})
+    desktop.files.content[oldFolder + "/receipts/R1/" + name] = name;
+  (void)desktop.files.createFolder(oldFolder + "/receipts/R1");
+  importer.performImportWithBillsAtPath({oldFolder + "/Data/Rent.plist"}, oldFolder + "/Data/");
+  const Dictionary bill = fileOf(desktop, stringsOf(indexOf(desktop).get<Array>("ActiveBills")).at(0) + ".plist");
+  EXPECT_EQ(desktop.files.content[payment(bill, 1).valueOr("Receipt", std::string())], "a.pdf");
 }
 
 TEST_F(Import, AShorterListOfNotesEndsTheImportAndWhatWasWrittenStays) {
@@ -98,9 +137,11 @@ TEST_F(Import, ForeignFilesAndFoldersBecomeArchivedBillsAndHiddenOnesNothing) {
 TEST_F(Import, OnlyAFolderOfTheOldNameWithDataInItIsTaken) {
   (void)desktop.files.createFolder("/media/Tallyvane2/Data");
   (void)desktop.files.createFolder("/media/Tallyvane");
-  for (const char* path : {"/media/Tallyvane2", "/media/Tallyvane", "/media/tallyvane", ""})
+  (void)desktop.files.createFolder("/media/b/Tallyvane");
+  desktop.files.content["/media/b/Tallyvane/Data"] = "no folder";
+  for (const char* path : {"/media/Tallyvane2", "/media/Tallyvane", "/media/tallyvane", "/media/b/Tallyvane", ""})
     EXPECT_FALSE(importer.importDataFromPreviousVersionAtPath(path)) << path;
-  EXPECT_TRUE(desktop.files.content.empty());
+  EXPECT_EQ(desktop.files.content.size(), 1U);
 }
 
 TEST_F(Import, ImportingPutsTheDataFolderBackToItsDefaultPlace) {

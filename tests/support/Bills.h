@@ -74,7 +74,7 @@ inline QMBill billObject(const Platform& platform, const std::string& bid, const
   object.reminderDays = Value(3);
   object.amount = Value(100.0);
   object.payType = Value(0);
-  object.tags = std::vector<std::string>{"Home"};
+  object.tags = Array{"Home"};
   return object;
 }
 

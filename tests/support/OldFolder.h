@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include "foundation/NumberReading.h"
+
 #include "support/Bills.h"
 
 namespace tallyvane::testing {

@@ -37,7 +37,7 @@ QMBill newBill(const Platform& platform, const std::string& name, const BillFiel
   bill.payType = fields.automatic.value_or(false) ? 1 : 0;
   bill.interest = fields.interest.value_or(0);
   bill.notes = fields.notes.value_or("");
-  bill.tags = fields.tags.value_or(std::vector<std::string>());
+  bill.tags = arrayOf(fields.tags.value_or(std::vector<std::string>()));
   bill.rev = 0.0;
   return bill;
 }
