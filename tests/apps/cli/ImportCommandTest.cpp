@@ -21,11 +21,15 @@ struct ImportCommand : CliCommands {
 TEST_F(ImportCommand, ADryRunListsWhatEachFileBecomesAndChangesNothing) {
   putOld("Rent.plist", oldBill(true));
   putOld("Gym.plist", oldBill(false));
+  Dictionary once = oldBill(true);
+  once.set("Repeat_b", "Never");
+  putOld("Once.plist", once);
   cli.desktop.files.content["/media/Tallyvane/Data/scrap"] = "?";
   done({"tags"});
   const auto before = cli.desktop.files.content;
   EXPECT_EQ(done({"import", "/media/Tallyvane/", "--dry-run"}),
             "Gym.plist\tGym\t1969-12-31\tEvery 2 weeks\t2\tarchived\n"
+            "Once.plist\tOnce\t4000-12-31\tNever\t2\tactive\n"
             "Rent.plist\tRent\t1969-12-31\tEvery 2 weeks\t2\tactive\n"
             "scrap\tscrap\t\t\t0\tarchived; not readable\n");
   EXPECT_EQ(cli.desktop.files.content, before);
@@ -47,7 +51,7 @@ TEST_F(ImportCommand, AnErrorEndsTheImportAndWhatCameInBeforeStays) {
   putOld("B.plist", broken);
   const Outcome outcome = cli.run({"import", "/media/Tallyvane"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, AllOf(HasSubstr("after 1 bill,"), HasSubstr("fewer notes")));
+  EXPECT_THAT(outcome.err, AllOf(HasSubstr("at \"B\" after 1 bill,"), HasSubstr("fewer notes")));
   EXPECT_EQ(cli.listed("ActiveBills").size(), 1U);
 }
 
@@ -64,6 +68,26 @@ TEST_F(ImportCommand, WhenNothingCameInTheLocationStaysAsItWas) {
   done({"import"});
   EXPECT_EQ(cli.desktop.defaults.content.valueOr("QMCustomLocationEnabled", true), false);
   EXPECT_EQ(cli.listed("ActiveBills").size(), 1U);
+}
+
+TEST_F(ImportCommand, WithoutAFolderNoBillsAreLeftOutOfSightOrMixed) {
+  const std::string usual = "/home/ada/.local/share/Tallyvane";
+  putOld("Rent.plist", oldBill(true), usual);
+  (void)cli.desktop.files.createFolder("/media/disk");
+  (void)add({"Gym", "--due", "2027-03-20", "--repeat", "weekly", "--amount", "5"});
+  done({"location", "--set", "/media/disk", "--copy"});
+  const auto refusesFor = [&](const std::string& place) {
+    const auto before = cli.desktop.files.content;
+    const Outcome outcome = cli.run({"import"});
+    EXPECT_THAT(outcome.err, AllOf(HasSubstr("there are bills in " + place), HasSubstr("tallyvane import " + usual)));
+    EXPECT_EQ(cli.desktop.files.content, before);
+    EXPECT_EQ(cli.desktop.defaults.content.valueOr("QMCustomLocationEnabled", false), true);
+  };
+  refusesFor("/media/disk/Tallyvane.tvdata");
+  cli.desktop.files.content.erase("/media/disk/Tallyvane.tvdata/billindex.plist");
+  refusesFor(usual + "/Tallyvane.tvdata");
+  cli.desktop.files.content.erase(usual + "/Tallyvane.tvdata/billindex.plist");
+  EXPECT_THAT(done({"import"}), HasSubstr("The data folder is now " + usual + "/Tallyvane.tvdata."));
 }
 
 TEST_F(ImportCommand, OnlyAnOldFolderOutsideTheDataFolderIsTaken) {

@@ -5,17 +5,23 @@
 
 #include "cli/BillLookup.h"
 #include "cli/BillText.h"
+#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "common/DataFolderState.h"
+#include "common/PlaceChange.h"
 #include "common/PreviousVersion.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "import/QMImportManager.h"
 #include "platform/PropertyListFile.h"
+#include "schedule/RepeatRule.h"
 #include "storage/DataFolder.h"
+#include "storage/Keys.h"
 #include "storage/QMBillsLoader.h"
+#include "storage/Settings.h"
 
 namespace tallyvane::cli {
 
@@ -48,6 +54,8 @@ class ImportProgress : public Log {
   void line(std::string_view text) override {
     log_.line(text);
     constexpr std::size_t step = 100;
+    constexpr std::string_view beginning = "Name: ";
+    if (text.starts_with(beginning)) current_ = text.substr(beginning.size());
     if (!text.starts_with("Imported Bill: ")) return;
     ++imported_;
     if (imported_ % step == 0 && console_.interactive())
@@ -55,12 +63,15 @@ class ImportProgress : public Log {
   }
   void diagnostic(std::string_view text) override { log_.diagnostic(text); }
   [[nodiscard]] std::size_t imported() const { return imported_; }
+  /// The name of the bill that was begun last.
+  [[nodiscard]] const std::string& current() const { return current_; }
 
  private:
   Log& log_;
   Console& console_;
   std::size_t count_;
   std::size_t imported_ = 0;
+  std::string current_;
 };
 
 /// The old folder: the one that was named, else the one around the data folder, else the usual one.
@@ -74,12 +85,31 @@ std::string oldFolderOf(const Platform& platform, const Options& options) {
 
 void requireOldFolder(const Platform& platform, const std::string& folder) {
   const std::string data = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
-  if (!data.empty() && (folder + "/").starts_with(data + "/"))
+  if (platform.files.liesIn(folder + "/Data", data))
     couldNot(sentence("{} lies in the data folder; an old folder is beside it.", folder));
   const bool isOld = folder.ends_with("/Tallyvane") && platform.files.isFolder(folder + "/Data");
   if (!isOld)
     couldNot(sentence("{} is no folder of the previous version: that is named \"Tallyvane\" and has a folder \"Data\".",
                       folder));
+}
+
+bool hasBills(const Platform& platform, const std::string& dataFolder) {
+  return platform.files.exists(dataFolder + "/" + std::string(billIndexName)) &&
+         programs::billsListedIn(platform, dataFolder) != 0U;
+}
+
+/// An import for which no folder is named goes to the usual place, which is in use from then on. Bills at the user's
+/// own place would be out of sight, and those at the usual one mixed with the old.
+void requireNoBillsAtEitherPlace(const Platform& platform, const std::string& oldFolder) {
+  if (!boolSetting(platform.defaults, key::CustomLocationEnabled)) return;
+  const std::string own = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
+  for (const std::string& place : {own, programs::dataFolderAt(platform, {})}) {
+    if (!hasBills(platform, place)) continue;
+    couldNot(
+        sentence("An import without a folder goes to the usual place, and there are bills in {} already. Name "
+                 "the old folder to bring its bills into {}: tallyvane import {}",
+                 place, own, oldFolder));
+  }
 }
 
 /// The payments of such a file cannot be told apart from their notes and receipts.
@@ -100,11 +130,13 @@ OldBill oldBill(const Platform& platform, const std::string& folder, const std::
                false};
   bill.readable = record.has_value();
   if (const Date* due = old.get<Date>("Next_Due")) bill.due = *due;
-  if (const Value* count = old.find("Repeat_a")) {
-    const Array rule{*count, manager.calculateRepeatBWithString(text("Repeat_b"))};
-    bill.repeats = QMBillsLoader{platform}.createHumanRepeatWithArray(&rule).value_or(std::string());
-  }
   if (const Array* amounts = old.get<Array>("Pay_Amounts")) bill.payments = amounts->size();
+  if (const Value* count = old.find("Repeat_a")) {
+    const std::int64_t unit = manager.calculateRepeatBWithString(text("Repeat_b"));
+    const Array rule{*count, unit};
+    bill.repeats = QMBillsLoader{platform}.createHumanRepeatWithArray(&rule).value_or(std::string());
+    if (unit == UnitKind::never && bill.payments > 0) bill.due = distantFuture;
+  }
   bill.active = boolValue(old, "Is_Active");
   bill.stopsImport = lacksNotesOrReceipts(old, bill.payments);
   return bill;
@@ -219,8 +251,9 @@ std::size_t importAll(Session& session, const Options& options, const std::strin
       restoreLocation);
   if (progress.imported() == 0) restoreLocation();
   if (!failure.empty())
-    couldNot(countedSentence(progress.imported(), "The import ended after {} bill, which stays: {}.",
-                             "The import ended after {} bills, which stay: {}.", progress.imported(), failure));
+    couldNot(countedSentence(progress.imported(), "The import ended at \"{}\" after {} bill, which stays: {}.",
+                             "The import ended at \"{}\" after {} bills, which stay: {}.", progress.current(),
+                             progress.imported(), failure));
   return progress.imported();
 }
 
@@ -229,6 +262,7 @@ void importBills(Session& session, const Options& options) {
   requireReadableData(platform);
   const std::string folder = oldFolderOf(platform, options);
   requireOldFolder(platform, folder);
+  if (options.folder.empty()) requireNoBillsAtEitherPlace(platform, folder);
   const std::vector<OldBill> bills = oldBills(platform, folder);
   if (options.dryRun) {
     if (session.json)
@@ -236,10 +270,15 @@ void importBills(Session& session, const Options& options) {
     return printPlan(session, bills);
   }
   if (!options.force) requireNewNames(platform, bills);
+  const auto dataFolder = [&] { return QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string()); };
+  const std::string before = dataFolder();
   const std::size_t imported = importAll(session, options, folder, bills.size());
-  if (session.json) return printJson(session.console, {{"folder", folder}, {"imported", imported}});
+  const std::string after = dataFolder();
+  if (session.json)
+    return printJson(session.console, {{"folder", folder}, {"imported", imported}, {"dataFolder", after}});
   session.console.line(countedSentence(imported, "Imported {} bill. The old files stay where they are.",
                                        "Imported {} bills. The old files stay where they are.", imported));
+  if (after != before) session.console.line(printable(sentence("The data folder is now {}.", after)));
 }
 
 }  // namespace
