@@ -38,7 +38,11 @@ void labelHelp(CLI::FormatterBase& formatter) {
 /// What was described in English, in the user's language.
 void translate(CLI::App& app) {
   app.description(translated(app.get_description()));
-  for (CLI::Option* option : app.get_options()) option->description(translated(option->get_description()));
+  app.group(translated(app.get_group()));  // the heading above it in the help
+  for (CLI::Option* option : app.get_options()) {
+    option->description(translated(option->get_description()));
+    option->group(translated(option->get_group()));
+  }
   for (CLI::App* command : app.get_subcommands(nullptr)) translate(*command);
 }
 
