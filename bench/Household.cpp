@@ -32,9 +32,9 @@ auto oneOf(const List& list, Random& random) {
 
 double amount(Random& random) { return static_cast<double>(500 + random() % 30000) / 100; }
 
-Array payments(Random& random) {
+Array payments(std::size_t count, Random& random) {
   Array list;
-  for (auto left = 12 + random() % 49; left > 0; --left) {
+  for (std::size_t left = count; left > 0; --left) {
     const Date date = FixedClock::today - std::chrono::days{30 * left} + std::chrono::seconds{random() % 86400};
     list.emplace_back(
         Dictionary{{"Amount", amount(random)}, {"Date", date}, {"Note", oneOf(notes, random)}, {"Receipt", ""}});
@@ -48,7 +48,7 @@ Date dueDate(Random& random) {
          std::chrono::days{40} + std::chrono::hours{5};
 }
 
-Dictionary makeBill(std::size_t number, Random& random) {
+Dictionary makeBill(std::size_t number, std::size_t paymentsEach, Random& random) {
   return {{"Name", fmt::format("{} {}", oneOf(names, random), number)},
           {"Bid", fmt::format("{:016X}{:016X}", random(), random())},
           {"Icon", "house.png"},
@@ -59,7 +59,7 @@ Dictionary makeBill(std::size_t number, Random& random) {
           {"TotalPaid", amount(random) * 30},
           {"RemindMe", false},
           {"PaySite", "https://pay.example/account"},
-          {"PaymentList", payments(random)},
+          {"PaymentList", payments(paymentsEach == 0 ? 12 + random() % 49 : paymentsEach, random)},
           {"ReminderDays", 3},
           {"Balance", 0},
           {"Interest", 0.0},
@@ -83,7 +83,7 @@ std::string bytesOf(const std::string& path) {
 
 }  // namespace
 
-Household::Household(std::size_t bills) {
+Household::Household(std::size_t bills, std::size_t paymentsEach) {
   const std::string data = folder() + "/Tallyvane/Tallyvane.tvdata";
   std::filesystem::create_directories(data);
   indexFile_ = data + "/billindex.plist";
@@ -91,7 +91,7 @@ Household::Household(std::size_t bills) {
   Random random(bills);
   Array active;
   for (std::size_t number = 0; number < bills; ++number) {
-    const Dictionary bill = makeBill(number, random);
+    const Dictionary bill = makeBill(number, paymentsEach, random);
     const auto& bid = *bill.get<std::string>("Bid");
     active.emplace_back(bid);
     billFiles_.push_back(data + "/" + bid + ".plist");

@@ -13,7 +13,8 @@ namespace tallyvane::bench {
 /// some in the far future. The same for the same number every time.
 class Household {
  public:
-  explicit Household(std::size_t bills);
+  /// With another number of payments for all bills if one is given.
+  explicit Household(std::size_t bills, std::size_t paymentsEach = 0);
 
   /// Made at first use, kept until the next is asked for.
   static Household& of(std::size_t bills);

@@ -24,12 +24,21 @@ struct Meant {
   bool automatic = false;
 };
 
+/// Asks for what is read of a bill: bills lie all over the memory.
+void askForBill(const Dictionary& bill) {
+  askFor(bill.find(key::DueDate));
+  askFor(bill.find(key::PayType));
+}
+
 Array countAndAmount(const Platform& platform, const std::vector<Dictionary>& bills, const Meant& meant) {
   const QMBillsLoader loader{platform};
   const Date now = platform.clock.now();
   std::int32_t count = 0;
   float amount = 0;
-  for (const Dictionary& bill : bills) {
+  constexpr std::size_t ahead = 6;
+  for (std::size_t i = 0; i < bills.size(); ++i) {
+    const Dictionary& bill = bills[i];
+    if (i + ahead < bills.size()) askForBill(bills[i + ahead]);
     const Date* due = bill.get<Date>(key::DueDate);
     if (due == nullptr) continue;
     const std::int64_t days = loader.getDaysApartWithDateAndCurrentDate(*due, now);

@@ -90,6 +90,17 @@ class XmlScanner {
 
   // 4 Texts: the content of an element whose start tag was read, through its end tag.
 
+  /// Passes exactly this text, in which no character needs markup; not, and nothing, when there is another.
+  bool takeText(Tag tag, std::string_view text) {
+    const char* const start = at_;
+    if (tag.empty || !take(text)) return false;
+    if (startsWith("</")) {
+      readEndTag(tag.name);
+      return true;
+    }
+    at_ = start;
+    return false;
+  }
   /// One that holds no markup of any kind.
   std::string_view readPlainText(Tag tag);
   /// With references and character data resolved and line ends as line feeds.

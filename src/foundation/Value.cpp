@@ -1,6 +1,6 @@
 #include "foundation/Value.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace tallyvane {
 
@@ -10,18 +10,14 @@ Dictionary::Dictionary(std::initializer_list<Entry> entries) {
 }
 
 const Value* Dictionary::find(std::string_view key) const {
-  for (const Entry& entry : entries_) {
-    if (entry.first == key) return &entry.second;
+  const std::string* known = keys_.all().data();
+  for (const Value& value : values_) {
+    if (*known++ == key) return &value;
   }
   return nullptr;
 }
 
-Value* Dictionary::find(std::string_view key) {
-  for (Entry& entry : entries_) {
-    if (entry.first == key) return &entry.second;
-  }
-  return nullptr;
-}
+Value* Dictionary::find(std::string_view key) { return const_cast<Value*>(std::as_const(*this).find(key)); }
 
 void Dictionary::set(std::string_view key, Value value) {
   if (Value* present = find(key)) {
@@ -32,22 +28,30 @@ void Dictionary::set(std::string_view key, Value value) {
 }
 
 bool Dictionary::erase(std::string_view key) {
-  const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.first == key; });
-  if (found == entries_.end()) return false;
-  entries_.erase(found);
+  const Value* found = find(key);
+  if (found == nullptr) return false;
+  const auto place = found - values_.data();
+  keys_.erase(size(), static_cast<std::size_t>(place));
+  values_.erase(values_.begin() + place);
   return true;
 }
 
-void Dictionary::append(std::string key, Value value) { entries_.emplace_back(std::move(key), std::move(value)); }
+void Dictionary::append(std::string key, Value value) {
+  keys_.put(size(), std::move(key));
+  values_.push_back(std::move(value));
+}
 
-void Dictionary::reserve(std::size_t count) { entries_.reserve(count); }
+void Dictionary::appendExpected(Value value) { values_.push_back(std::move(value)); }
+
+void Dictionary::reserve(std::size_t count) { values_.reserve(count); }
 
 bool operator==(const Dictionary& left, const Dictionary& right) {
   if (left.size() != right.size()) return false;
-  return std::all_of(left.begin(), left.end(), [&](const Dictionary::Entry& entry) {
-    const Value* other = right.find(entry.first);
-    return other != nullptr && *other == entry.second;
-  });
+  for (const auto& [key, value] : left) {
+    const Value* other = right.find(key);
+    if (other == nullptr || *other != value) return false;
+  }
+  return true;
 }
 
 bool operator==(const Value& left, const Value& right) { return left.storage_ == right.storage_; }

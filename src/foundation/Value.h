@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "foundation/Date.h"
+#include "foundation/SharedKeys.h"
 
 namespace tallyvane {
 
@@ -25,13 +27,16 @@ struct Data {
 
 /// Keys to values in the order in which the keys were first set. Lookup is a linear search: dictionaries here have
 /// a few dozen keys. Access never inserts. Two dictionaries are equal when they hold equal values under the same
-/// keys, whatever the order.
+/// keys, whatever the order. A copy shares its keys with the original, and dictionaries that were read from property
+/// lists share theirs with others of their kind: a hundred thousand payments have one list of keys.
 class Dictionary {
  public:
   using Entry = std::pair<std::string, Value>;
 
   Dictionary() = default;
   Dictionary(std::initializer_list<Entry> entries);
+  /// Empty, and expected to get these keys in this order; it then shares them.
+  explicit Dictionary(SharedKeys expected) : keys_(std::move(expected)) {}
 
   [[nodiscard]] const Value* find(std::string_view key) const;
   [[nodiscard]] Value* find(std::string_view key);
@@ -55,16 +60,27 @@ class Dictionary {
   /// Appends without looking for the key; for a reader that knows that the key is new.
   void append(std::string key, Value value);
   void reserve(std::size_t count);
+  /// The key that is expected next; null when none is. The second appends a value under it.
+  [[nodiscard]] const std::string* expectedKey() const;
+  void appendExpected(Value value);
 
   [[nodiscard]] std::size_t size() const;
   [[nodiscard]] bool empty() const;
-  [[nodiscard]] const Entry* begin() const;
-  [[nodiscard]] const Entry* end() const;
+  /// Both in order: a key and its value have the same place.
+  [[nodiscard]] std::span<const std::string> keys() const { return keys_.all().first(size()); }
+  [[nodiscard]] std::span<const Value> values() const;
+  [[nodiscard]] const SharedKeys& sharedKeys() const { return keys_; }
+
+  /// Over pairs of a key and its value.
+  class Iterator;
+  [[nodiscard]] Iterator begin() const;
+  [[nodiscard]] Iterator end() const;
 
   friend bool operator==(const Dictionary& left, const Dictionary& right);
 
  private:
-  std::vector<Entry> entries_;
+  SharedKeys keys_;  // the first of them are this dictionary's
+  std::vector<Value> values_;
 };
 
 /// One property-list value: bool, 64-bit integer, double, string, Date, data, Array or Dictionary; there is no null.
@@ -109,11 +125,32 @@ class Value {
   Storage storage_;
 };
 
-// Defined here because an entry is complete only now.
-inline std::size_t Dictionary::size() const { return entries_.size(); }
-inline bool Dictionary::empty() const { return entries_.empty(); }
-inline const Dictionary::Entry* Dictionary::begin() const { return entries_.data(); }
-inline const Dictionary::Entry* Dictionary::end() const { return entries_.data() + entries_.size(); }
+class Dictionary::Iterator {
+ public:
+  Iterator(const std::string* key, const Value* value) : key_(key), value_(value) {}
+  [[nodiscard]] std::pair<const std::string&, const Value&> operator*() const { return {*key_, *value_}; }
+  Iterator& operator++() {
+    ++key_;
+    ++value_;
+    return *this;
+  }
+  friend bool operator==(const Iterator&, const Iterator&) = default;
+
+ private:
+  const std::string* key_;
+  const Value* value_;
+};
+
+// Defined here because a value is complete only now.
+inline std::size_t Dictionary::size() const { return values_.size(); }
+inline bool Dictionary::empty() const { return values_.empty(); }
+inline std::span<const Value> Dictionary::values() const { return values_; }
+inline Dictionary::Iterator Dictionary::begin() const { return {keys_.all().data(), values_.data()}; }
+inline Dictionary::Iterator Dictionary::end() const { return {keys_.all().data() + size(), values_.data() + size()}; }
+inline const std::string* Dictionary::expectedKey() const {
+  const auto known = keys_.all();
+  return known.size() > size() ? &known[size()] : nullptr;
+}
 
 template <typename T>
 const T* Dictionary::get(std::string_view key) const {

@@ -161,12 +161,12 @@ TEST(PropertyList, aKeyThatComesTwiceKeepsItsFirstPlaceAndItsLastValue) {
     ASSERT_TRUE(read) << read.error();
     const auto& dictionary = *read->get<Dictionary>();
     EXPECT_EQ(dictionary.size(), static_cast<std::size_t>(others) + 1);
-    EXPECT_EQ(dictionary.begin()->first, "first");
+    EXPECT_EQ(dictionary.keys()[0], "first");
     EXPECT_EQ(dictionary.valueOr<std::string>("first", ""), "b");
     for (int i = 0; i < others; ++i) {
-      const auto& [key, value] = dictionary.begin()[i + 1];
-      EXPECT_EQ(key, "k" + std::to_string(i));
-      EXPECT_TRUE(value == Value(1)) << key;
+      const auto place = static_cast<std::size_t>(i) + 1;
+      EXPECT_EQ(dictionary.keys()[place], "k" + std::to_string(i));
+      EXPECT_TRUE(dictionary.values()[place] == Value(1)) << i;
     }
   }
 }
