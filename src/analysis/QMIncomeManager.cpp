@@ -21,20 +21,13 @@ namespace {
 constexpr std::int64_t fortnightly = 2;
 constexpr std::int64_t weekly = 3;
 
-/// Text without a leading number is no code.
+/// Text without a leading whole number, as int32Value reads one, is no code.
 bool hasCode(const Value& repeat) {
-  if (const auto* text = repeat.get<std::string>()) {
-    const std::size_t first = text->find_first_not_of(" \t\r\n+-");
-    return first != std::string::npos && (*text)[first] >= '0' && (*text)[first] <= '9';
-  }
-  return canReadNumber(repeat);
-}
-
-/// Nothing for a source that cannot be read. Compared without sign, so that a negative code is any other one.
-std::optional<std::uint32_t> codeOf(const Dictionary& source) {
-  const Value* repeat = source.find(key::Repeat);
-  if (repeat != nullptr && !hasCode(*repeat)) return std::nullopt;
-  return static_cast<std::uint32_t>(int32Value(repeat));
+  const auto* text = repeat.get<std::string>();
+  if (text == nullptr) return canReadNumber(repeat);
+  std::size_t first = text->find_first_not_of(" \t\n\v\f\r");
+  if (first != std::string::npos && ((*text)[first] == '-' || (*text)[first] == '+')) ++first;
+  return first < text->size() && (*text)[first] >= '0' && (*text)[first] <= '9';
 }
 
 bool paysByDay(std::optional<std::uint32_t> code) { return code && *code <= 1; }
@@ -58,11 +51,17 @@ std::vector<Date> datesOf(const Dictionary& source) {
 template <typename Visit>
 void forEachSource(const Array& sources, Visit visit) {
   for (const Value& element : sources) {
-    if (const auto* source = element.get<Dictionary>()) visit(*source, codeOf(*source));
+    if (const auto* source = element.get<Dictionary>()) visit(*source, incomeIntervalCode(*source));
   }
 }
 
 }  // namespace
+
+std::optional<std::uint32_t> incomeIntervalCode(const Dictionary& source) {
+  const Value* repeat = source.find(key::Repeat);
+  if (repeat != nullptr && !hasCode(*repeat)) return std::nullopt;
+  return static_cast<std::uint32_t>(int32Value(repeat));
+}
 
 Array QMIncomeManager::getIncomeSources() {
   const std::string path = pathInDataFolder(platform_, incomeIndexName);
@@ -83,7 +82,7 @@ Array QMIncomeManager::removeInactiveIncomeSources(const Array& sources) const {
   Array kept;
   for (const Value& element : sources) {
     const auto* source = element.get<Dictionary>();
-    const auto code = source == nullptr ? std::nullopt : codeOf(*source);
+    const auto code = source == nullptr ? std::nullopt : incomeIntervalCode(*source);
     if (!code || *code == 1) {
       kept.push_back(element);
     } else if (paysByDates(code)) {
@@ -159,7 +158,7 @@ std::vector<Date> QMIncomeManager::incomeDatesThisMonth() {
 }
 
 std::string QMIncomeManager::displayDateWithIncome(const Dictionary& source) const {
-  const auto code = codeOf(source);
+  const auto code = incomeIntervalCode(source);
   if (paysByDay(code)) return displayDateFromIndex(payDateOf(source));
   if (!paysByDates(code)) return "";
   const std::vector<Date> dates = datesOf(source);

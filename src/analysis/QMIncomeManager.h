@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,10 @@
 #include "platform/Platform.h"
 
 namespace tallyvane {
+
+/// The "Repeat" of a source, compared without sign, so that a negative code is any other one; nothing when it is there
+/// but cannot be read as a number.
+[[nodiscard]] std::optional<std::uint32_t> incomeIntervalCode(const Dictionary& source);
 
 /// Money that comes in: the sources in "incomeindex.plist" of the data folder. This month and today are the user's, as
 /// of now.

@@ -70,6 +70,9 @@ TEST_F(Income, WhatCannotBeReadStaysAndBringsNothing) {
                                    "salary",
                                    Array{1},
                                    incomeByDay("often", 3, noon(2020, 1, 1)),
+                                   incomeByDay("--5", 3, noon(2020, 1, 1)),
+                                   incomeByDay("- 5", 3, noon(2020, 1, 1)),
+                                   incomeByDay("", 3, noon(2020, 1, 1)),
                                    incomeByDay(Array{1}, 3, noon(2020, 1, 1)),
                                    with(incomeByDates(3, {}), "IncomeDates", "fridays"),
                                    with(incomeByDates(3, {}), "IncomeDates", Array{noon(2020, 1, 3), "2027-03-12"})};
@@ -79,8 +82,9 @@ TEST_F(Income, WhatCannotBeReadStaysAndBringsNothing) {
   EXPECT_EQ(file(), fileOfSources(damaged));
   EXPECT_EQ(manager.displayDateWithIncome(*damaged[3].get<Dictionary>()), "");
   // Text that is a number reads as one.
-  putIncome(desktop, {with(incomeByDay(" 1", 3, noon(2020, 1, 1)), "Amount", "12.5")});
+  putIncome(desktop, {with(incomeByDay(" +1", 3, noon(2020, 1, 1)), "Amount", "12.5")});
   EXPECT_EQ(manager.incomeThisMonthAll(), 12.5F);
+  EXPECT_THAT(manager.removeInactiveIncomeSources({incomeByDay("\v\f-5", 3, noon(2020, 1, 1))}), IsEmpty());
 }
 
 TEST_F(Income, OfAMonthCountsDaysThatHaveCome) {

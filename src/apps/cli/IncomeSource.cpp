@@ -144,16 +144,19 @@ std::string nameOf(const Value& source) {
 }
 
 std::string repeatWord(const Dictionary& source) {
-  const std::int64_t code = int32Value(source, key::Repeat);
+  const auto code = incomeIntervalCode(source);
+  if (!code) return marked("cannot be read");
   for (const auto& [known, words] : repeatWords())
-    if (known == code) return std::string(words.front());
+    if (known == *code) return std::string(words.front());
   return marked("never");
 }
 
 Cell payDayCell(const Platform& platform, const Dictionary& source) {
   const std::string shown = QMIncomeManager{platform}.displayDateWithIncome(source);
-  if (const Array* dates = source.get<Array>(key::IncomeDates); dates != nullptr) {
-    const Date* next = dates->empty() ? nullptr : dates->front().get<Date>();
+  if (shown.empty()) return {"", ""};
+  if (!paysByDay(int32Value(source, key::Repeat))) {
+    const Array* dates = source.get<Array>(key::IncomeDates);
+    const Date* next = dates == nullptr || dates->empty() ? nullptr : dates->front().get<Date>();
     return next == nullptr ? Cell(translated("no dates left"), "") : Cell(shown, isoDay(platform, *next));
   }
   const std::int64_t index = int32Value(source, key::PayDate);

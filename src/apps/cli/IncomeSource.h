@@ -31,7 +31,7 @@ void apply(const Platform& platform, const IncomeOptions& options, Dictionary& s
 [[nodiscard]] std::size_t findSource(const Array& sources, const std::string& text);
 
 [[nodiscard]] std::string nameOf(const Value& source);
-/// "monthly", in English; "never" for a code that brings nothing.
+/// In English: "monthly"; "never" for a code that brings nothing, "cannot be read" for what is none.
 [[nodiscard]] std::string repeatWord(const Dictionary& source);
 /// When it pays, as the model shows it; for programs the day of the month, "last", or the next date.
 [[nodiscard]] Cell payDayCell(const Platform& platform, const Dictionary& source);
