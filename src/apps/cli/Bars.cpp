@@ -16,9 +16,10 @@ namespace {
 
 constexpr double barStep = 36;  // from one bar to the next
 constexpr double barWidth = 24;
-constexpr double plotTop = 100;  // below the title and the amounts of the tallest bars
 constexpr double plotHeight = 200;
 constexpr double margin = 20;
+constexpr double titleHeight = 40;
+constexpr double amountColumn = 7;  // the widest that a column of the amounts' small letters is
 
 /// A number from 0 to 1, whatever the graph's height is.
 double shown(double part) { return part > 0 ? std::min(part, 1.0) : 0; }
@@ -45,7 +46,7 @@ std::string escaped(std::string_view text) {
 }
 
 /// One bar with its amount above, turned upwards, and its label below.
-std::string svgBar(const GraphBar& bar, double x) {
+std::string svgBar(const GraphBar& bar, double x, double plotTop) {
   const double height = shown(bar.height) * plotHeight;
   const double top = plotTop + plotHeight - height;
   const double middle = x + barWidth / 2;
@@ -60,6 +61,13 @@ std::string svgBar(const GraphBar& bar, double x) {
       "  </g>\n",
       label.empty() ? amount : label + ": " + amount, x, top, barWidth, height, svgColourOf(bar), middle + 4, top - 5,
       middle + 4, top - 5, amount, middle, plotTop + plotHeight + 18, label);
+}
+
+/// Below the title and the amount of a bar as high as the plot.
+double plotTopFor(const std::vector<GraphBar>& bars) {
+  int widest = 0;
+  for (const GraphBar& each : bars) widest = std::max(widest, displayWidth(each.amountText));
+  return titleHeight + amountColumn * widest;
 }
 
 const Array& listIn(const Dictionary& graph, std::string_view key) {
@@ -96,6 +104,7 @@ Colour colourOf(const GraphBar& bar) {
 
 std::string svgOf(const std::string& title, const std::vector<GraphBar>& bars) {
   const double width = 2 * margin + barStep * static_cast<double>(bars.size());
+  const double plotTop = plotTopFor(bars);
   const double height = plotTop + plotHeight + 2 * margin;
   std::string svg = fmt::format(
       "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 {0:.0f} {1:.0f}\" width=\"{0:.0f}\" height=\"{1:.0f}\" "
@@ -107,7 +116,7 @@ std::string svgOf(const std::string& title, const std::vector<GraphBar>& bars) {
       "  <text x=\"{3:.0f}\" y=\"24\" class=\"title\">{2}</text>\n",
       width, height, escaped(title), margin);
   double x = margin + (barStep - barWidth) / 2;
-  for (auto each = bars.rbegin(); each != bars.rend(); ++each, x += barStep) svg += svgBar(*each, x);
+  for (auto each = bars.rbegin(); each != bars.rend(); ++each, x += barStep) svg += svgBar(*each, x, plotTop);
   svg +=
       fmt::format("  <line x1=\"{0:.0f}\" y1=\"{1:.0f}\" x2=\"{2:.0f}\" y2=\"{1:.0f}\" stroke=\"#2b2b2b\"/>\n</svg>\n",
                   margin, plotTop + plotHeight, width - margin);
