@@ -5,7 +5,7 @@
 
 namespace tallyvane {
 
-Array QMIndexManager::calculateTotalPaidinArrayForDate(const std::vector<Dictionary>& bills, Date date) {
+Array QMIndexManager::calculateTotalPaidinArrayForDate(std::span<const Dictionary> bills, Date date) {
   const Calendar& calendar = Calendar::of(platform_.region);
   const CalendarMonth month = calendar.month(date);
   totalPaymentsThisMonth = 0;

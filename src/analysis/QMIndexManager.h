@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <span>
 
 #include "foundation/Calendar.h"
 #include "foundation/Date.h"
@@ -20,7 +20,7 @@ class QMIndexManager {
 
   /// [count, 32-bit float sum] of the payments in the month of the date. Looks only at bills whose "LastPayment" lies
   /// in that month, deliberately: for a past month, bills that were paid again later are left out.
-  [[nodiscard]] Array calculateTotalPaidinArrayForDate(const std::vector<Dictionary>& bills, Date date);
+  [[nodiscard]] Array calculateTotalPaidinArrayForDate(std::span<const Dictionary> bills, Date date);
   /// The sum of one list's payments in the month; adds their number to the count. Payments without a date lie in none.
   float parseTotalPaidThisInPaymentListWithCurrentComponents(const Array& payments, const CalendarMonth& month);
 

@@ -36,6 +36,8 @@ class QMPaymentLogger {
   /// date stays as it is when the repeat rule leads to none; the log says so. Throws when the payment lacks a value or
   /// the bill's "PaymentList" is no list.
   void recordPaymentForBillAndUpdateDate(const QMPayment& payment, const Dictionary& bill, bool updateDate);
+  /// The bill as the above stores it, in which more payments can be entered before it is written. Copies the receipt.
+  [[nodiscard]] Dictionary billWithPayment(const QMPayment& payment, Dictionary bill, bool updateDate) const;
   /// The bill's payment list with a new entry at its end. `record` is [amount, date, note, receipt]; throws when it has
   /// not exactly these four. Also appends to the list that `bill` holds; a bill without a list, or with an empty one,
   /// is left as it is.
@@ -45,6 +47,9 @@ class QMPaymentLogger {
   /// out of `payments`, and the rest stored in the order given. Balance, reminders and the receipt's file stay as they
   /// are; deliberate.
   bool reverseLastPaymentForBillAndPayments(const std::string& billIdentifier, Array& payments);
+  /// The bill as the above stores it, for a caller that has another order to store; nothing where it refuses.
+  [[nodiscard]] std::optional<Dictionary> billWithoutLastPayment(const std::string& billIdentifier,
+                                                                 Array& payments) const;
 
   // 2 Next due date. Weeks, months and days are steps of the Gregorian calendar that keep the time of day; a day that
   // the month lacks is its last one.
@@ -69,8 +74,8 @@ class QMPaymentLogger {
   [[nodiscard]] bool shouldUpdateLastPaidDateWithNewDate(std::optional<Date> stored, Date newDate) const;
   /// What to propose in a payment form: the bill's amount, else that of its last payment, else 0.
   [[nodiscard]] Value amountPrefilValueForBill(const Dictionary& bill) const;
-  /// Whether an automatic bill is due, so that it is logged without asking. `row` has the display keys; one without a
-  /// due date is never logged.
+  /// Whether an automatic bill is due, so that it is logged without asking. `row` has the display keys; a sort number
+  /// that is absent reads as 0, which is due.
   [[nodiscard]] bool checkIfBillShouldSilentlyLog(const Dictionary& row) const;
 
   // 4 Receipts and sounds.
@@ -88,6 +93,9 @@ class QMPaymentLogger {
   [[nodiscard]] std::string copyAttachment(const std::string& path) const;
 
  private:
+  /// An entry of a payment list, made of the four values of a record.
+  [[nodiscard]] Value entryOf(const Array& record) const;
+
   const Platform& platform_;
 };
 

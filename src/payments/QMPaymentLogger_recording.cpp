@@ -59,40 +59,57 @@ void QMPaymentLogger::recordPaymentForBill(const QMPayment& payment, const Dicti
 
 void QMPaymentLogger::recordPaymentForBillAndUpdateDate(const QMPayment& payment, const Dictionary& bill,
                                                         bool updateDate) {
-  requireComplete(payment);
-  (void)paymentListOf(bill);
-  Dictionary paid = bill;
-  if (updateDate) moveDueDate(platform_, paid, calculateNextDueDateForBill(paid));
-  const std::string receipt = copyAttachment(*payment.attachment);
-  Array payments = addNewRecordToPaymentListInBill({*payment.amount, *payment.date, *payment.note, receipt}, paid);
-  setTotals(paid, recalculateAveragePaidForData(payments));
-  paid.set(key::PaymentList, std::move(payments));
-  reduceBalance(paid, floatValue(&*payment.amount));
-  if (shouldUpdateLastPaidDateWithNewDate(lastPaymentOf(paid), *payment.date))
-    paid.set(key::LastPayment, *payment.date);
+  const Dictionary paid = billWithPayment(payment, bill, updateDate);
   removeReminders(platform_, paid);
   QMBill{platform_}.rewriteSpecificBill(paid);
 }
 
-Array QMPaymentLogger::addNewRecordToPaymentListInBill(const Array& record, Dictionary& bill) const {
-  if (record.size() != 4) throw std::invalid_argument("a payment is recorded as exactly four values");
-  const auto* receipt = record[3].get<std::string>();
-  Dictionary entry{{std::string(key::Amount), record[0]},
-                   {std::string(key::Date), record[1]},
-                   {std::string(key::Note), record[2]},
-                   {std::string(key::Receipt), receipt == nullptr ? record[3] : Value(cleanReceiptTitle(*receipt))}};
-  if (paymentListOf(bill).empty()) return {Value(std::move(entry))};
+Dictionary QMPaymentLogger::billWithPayment(const QMPayment& payment, Dictionary bill, bool updateDate) const {
+  requireComplete(payment);
+  (void)paymentListOf(bill);
+  if (updateDate) moveDueDate(platform_, bill, calculateNextDueDateForBill(bill));
+  const std::string receipt = copyAttachment(*payment.attachment);
+  if (!bill.contains(key::PaymentList)) bill.set(key::PaymentList, Array());
   Array& payments = *bill.get<Array>(key::PaymentList);
-  payments.emplace_back(std::move(entry));
+  payments.push_back(entryOf({*payment.amount, *payment.date, *payment.note, receipt}));
+  setTotals(bill, recalculateAveragePaidForData(payments));
+  reduceBalance(bill, floatValue(&*payment.amount));
+  if (shouldUpdateLastPaidDateWithNewDate(lastPaymentOf(bill), *payment.date))
+    bill.set(key::LastPayment, *payment.date);
+  return bill;
+}
+
+Array QMPaymentLogger::addNewRecordToPaymentListInBill(const Array& record, Dictionary& bill) const {
+  Value entry = entryOf(record);
+  if (paymentListOf(bill).empty()) return {std::move(entry)};
+  Array& payments = *bill.get<Array>(key::PaymentList);
+  payments.push_back(std::move(entry));
   return payments;
 }
 
+Value QMPaymentLogger::entryOf(const Array& record) const {
+  if (record.size() != 4) throw std::invalid_argument("a payment is recorded as exactly four values");
+  const auto* receipt = record[3].get<std::string>();
+  return Dictionary{{std::string(key::Amount), record[0]},
+                    {std::string(key::Date), record[1]},
+                    {std::string(key::Note), record[2]},
+                    {std::string(key::Receipt), receipt == nullptr ? record[3] : Value(cleanReceiptTitle(*receipt))}};
+}
+
 bool QMPaymentLogger::reverseLastPaymentForBillAndPayments(const std::string& billIdentifier, Array& payments) {
+  const std::optional<Dictionary> bill = billWithoutLastPayment(billIdentifier, payments);
+  if (bill) QMBill{platform_}.rewriteSpecificBill(*bill);
+  return bill.has_value();
+}
+
+std::optional<Dictionary> QMPaymentLogger::billWithoutLastPayment(const std::string& billIdentifier,
+                                                                  Array& payments) const {
   QMBillsLoader loader{platform_};
   std::optional<Dictionary> bill = loader.loadBillWithID(billIdentifier);
   const Date* last = bill ? bill->get<Date>(key::LastPayment) : nullptr;
   const Date* paid = payments.empty() ? nullptr : dateOfPayment(payments.front());
-  if (last == nullptr || paid == nullptr || loader.normalizedDate(*last) != loader.normalizedDate(*paid)) return false;
+  if (last == nullptr || paid == nullptr || loader.normalizedDate(*last) != loader.normalizedDate(*paid))
+    return std::nullopt;
 
   const Date* before = payments.size() < 2 ? nullptr : dateOfPayment(payments[1]);
   bill->set(key::LastPayment, before == nullptr ? distantPast : *before);
@@ -100,8 +117,7 @@ bool QMPaymentLogger::reverseLastPaymentForBillAndPayments(const std::string& bi
   payments.erase(payments.begin());
   bill->set(key::PaymentList, payments);
   setTotals(*bill, recalculateAveragePaidForData(payments));
-  QMBill{platform_}.rewriteSpecificBill(*bill);
-  return true;
+  return bill;
 }
 
 }  // namespace tallyvane

@@ -44,7 +44,7 @@ Value QMPaymentLogger::amountPrefilValueForBill(const Dictionary& bill) const {
 
 bool QMPaymentLogger::checkIfBillShouldSilentlyLog(const Dictionary& row) const {
   return integerValue(row, key::PayType) == key::paidAutomatically && floatValue(row, key::Amount) > 0 &&
-         row.contains(key::SortableDueDate) && floatValue(row, key::SortableDueDate) <= 0;
+         floatValue(row, key::SortableDueDate) <= 0;
 }
 
 }  // namespace tallyvane

@@ -24,6 +24,14 @@ struct PaymentCommands : CliCommands {
     for (const json& payment : shown.at("payments")) list.push_back(payment.at("amount"));
     return list;
   }
+  /// How often the command saves the bill's file.
+  std::ptrdiff_t savesOfBill(const std::string& bid, const std::vector<std::string>& command) {
+    const std::string path = cli.dataFolder + "/" + bid + ".plist";
+    const auto& saved = cli.desktop.files.saved;
+    const auto before = std::count(saved.begin(), saved.end(), path);
+    done(command);
+    return std::count(saved.begin(), saved.end(), path) - before;
+  }
   void change(const std::string& bid, std::string_view key, Value value) {
     Dictionary content = cli.bill(bid);
     content.set(key, std::move(value));

@@ -30,13 +30,27 @@ Cell dueCell(const Platform& platform, const Dictionary& bill) {
 
 }  // namespace
 
-Array paymentsOf(const ListedBill& bill) {
+const Array& paymentsOf(const ListedBill& bill) {
+  static const Array none;
   const Value* stored = bill.content.find(key::PaymentList);
-  if (stored == nullptr) return {};
+  if (stored == nullptr) return none;
   if (const Array* payments = stored->get<Array>()) return *payments;
   couldNot(sentence("The payments of \"{}\" cannot be read: \"PaymentList\" in {}.plist is not a list.", bill.name(),
                     bill.bid) +
            " " + translated("Nothing was changed."));
+}
+
+bool hasReadablePayments(const Dictionary& bill) {
+  const Value* stored = bill.find(key::PaymentList);
+  return stored == nullptr || stored->is<Array>();
+}
+
+void nameUncountedBills(Session& session, const std::vector<Dictionary>& bills) {
+  for (const Dictionary& bill : bills) {
+    if (hasReadablePayments(bill)) continue;
+    session.console.error("The payments of \"" + bill.valueOr(key::Name, std::string()) +
+                          "\" cannot be read and are not counted.");
+  }
 }
 
 bool isPayable(const Value& amount) {
@@ -55,6 +69,13 @@ std::string receiptInput(const Platform& platform, const std::string& text) {
 void requireCopied(const Platform& platform, const std::string& receipt, const std::string& copy) {
   if (!platform.files.exists(copy))
     couldNot(sentence("The receipt {} could not be copied.", receipt) + " " + translated("Nothing was changed."));
+}
+
+void setPayments(const Platform& platform, Array payments, Dictionary& bill) {
+  const Array totals = QMPaymentLogger{platform}.recalculateAveragePaidForData(payments);
+  bill.set(key::PaymentList, std::move(payments));
+  bill.set(key::TotalPaid, totals.at(0));
+  bill.set(key::Average, totals.at(1));
 }
 
 void rewriteBill(const Platform& platform, const ListedBill& bill, const Dictionary& content) {

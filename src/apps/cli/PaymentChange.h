@@ -2,15 +2,22 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "cli/BillLookup.h"
 #include "cli/Fields.h"
 #include "cli/Json.h"
+#include "cli/Session.h"
 
 namespace tallyvane::cli {
 
 /// The bill's payments in the order in which they were recorded. Fails when its file has something else in their place.
-[[nodiscard]] Array paymentsOf(const ListedBill& bill);
+[[nodiscard]] const Array& paymentsOf(const ListedBill& bill);
+
+/// Whether the bill has a list of payments, or nothing in its place.
+[[nodiscard]] bool hasReadablePayments(const Dictionary& bill);
+/// Names the bills whose payments cannot be read and are not in the sums that are shown.
+void nameUncountedBills(Session& session, const std::vector<Dictionary>& bills);
 
 /// Whether this can have been paid: a number above 0 that is finite.
 [[nodiscard]] bool isPayable(const Value& amount);
@@ -20,6 +27,9 @@ namespace tallyvane::cli {
 
 /// Fails when the copy that was made of a receipt in the data folder is not there.
 void requireCopied(const Platform& platform, const std::string& receipt, const std::string& copy);
+
+/// Gives a bill this list of payments, and the totals that go with it.
+void setPayments(const Platform& platform, Array payments, Dictionary& bill);
 
 /// Puts the bill's file in place as it should be. A bill that is put aside has no reminders after it, unlike one that
 /// the model rewrites.

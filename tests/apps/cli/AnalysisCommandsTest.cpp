@@ -70,6 +70,13 @@ TEST_F(AnalysisCommands, OddPaymentsNeitherEndNorFalsifyTheAnswers) {
   EXPECT_EQ(doneJson({"stats", "Rent"}).at("paid").at("total"), 12.5);
   for (const char* command : {"graph", "stats"}) done({command, "Rent"});
   for (const char* command : {"paid", "stats"}) done({command});
+  content.set("PaymentList", "none");
+  cli.desktop.files.putPlist(cli.dataFolder + "/" + rent + ".plist", content);
+  for (const char* command : {"paid", "stats"}) {
+    const Outcome told = cli.run({command});
+    EXPECT_EQ(told.status, 0);
+    EXPECT_THAT(told.err, HasSubstr("\"Rent\" cannot be read")) << command;
+  }
 }
 
 }  // namespace

@@ -36,13 +36,18 @@ TEST_F(PaymentCommands, ASoundIsPlayedOnlyWhereItIsAskedForAndChosen) {
 }
 
 TEST_F(PaymentCommands, UndoingTakesTheLastPaymentBackAndKeepsTheOthersInTheirOrder) {
-  for (const char* amount : {"1", "2", "3"}) done({"pay", "Rent", "--amount", amount});
+  for (const char* amount : {"16777216", "1", "1"}) done({"pay", "Rent", "--amount", amount});
   const Dictionary before = cli.bill(rent);
   done({"pay", "Rent", "--amount", "4"});
-  done({"undo", "Rent"});
-  EXPECT_EQ(cli.bill(rent), before);
+  EXPECT_EQ(savesOfBill(rent, {"undo", "Rent"}), 1);
+  EXPECT_EQ(cli.bill(rent), before);  // the total, too: a sum of floats depends on their order
   done({"pay", "Rent", "--amount", "5"});
-  EXPECT_THAT(amounts("Rent"), ElementsAre(1, 2, 3, 5));
+  EXPECT_THAT(amounts("Rent"), ElementsAre(16777216, 1, 1, 5));
+  Dictionary damaged = cli.bill(rent);
+  damaged.erase("Bid");
+  cli.desktop.files.putPlist(cli.dataFolder + "/" + rent + ".plist", damaged);
+  done({"undo", "Rent"});
+  EXPECT_THAT(amounts("Rent"), ElementsAre(16777216, 1, 1));
 }
 
 TEST_F(PaymentCommands, UndoingSaysWhyItWillNotAndWhatStaysAsItIs) {
@@ -82,7 +87,7 @@ TEST_F(PaymentCommands, AReceiptIsFoundAgainInAMovedFolderOrMarkedMissing) {
 }
 
 TEST_F(PaymentCommands, AutomaticBillsAreLoggedOnceARunOnTheDayTheyWereDue) {
-  add({"Phone", "--due", "2027-01-05", "--repeat", "monthly", "--amount", "20", "--auto"});
+  const std::string phone = add({"Phone", "--due", "2027-01-05", "--repeat", "monthly", "--amount", "20", "--auto"});
   add({"Later", "--due", "2027-03-11", "--repeat", "monthly", "--amount", "20", "--auto"});
   add({"Free", "--due", "2027-01-05", "--repeat", "monthly", "--amount", "0", "--auto"});
   change(add({"Stuck", "--due", "2027-01-05", "--repeat", "monthly", "--amount", "1", "--auto"}), "Repeat",
@@ -93,7 +98,7 @@ TEST_F(PaymentCommands, AutomaticBillsAreLoggedOnceARunOnTheDayTheyWereDue) {
   EXPECT_EQ(done({"autopay", "--dry-run", "--catch-up"}), first + rest);
   EXPECT_THAT(amounts("Phone"), IsEmpty());
   EXPECT_EQ(done({"autopay"}), first);
-  EXPECT_EQ(done({"autopay", "--catch-up"}), rest);
+  EXPECT_EQ(savesOfBill(phone, {"autopay", "--catch-up"}), 1);
   EXPECT_EQ(done({"autopay"}), "");
   EXPECT_THAT(amounts("Phone"), ElementsAre(20, 20, 20));
   EXPECT_EQ(doneJson({"show", "Phone"}).at("lastPayment"), "2027-03-05");

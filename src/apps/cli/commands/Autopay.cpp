@@ -5,11 +5,13 @@
 #include "cli/BillText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
+#include "cli/PaymentChange.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/QMPaymentLogger.h"
+#include "storage/QMBill.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {
@@ -32,11 +34,12 @@ struct AutomaticPayment {
 
 /// What is due of one bill: one payment, or every one up to today to catch up. A bill whose due date would not move
 /// on is left alone, or it would be logged at every run.
-std::vector<AutomaticPayment> duePayments(const Platform& platform, const ListedBill& bill, bool catchUp) {
+std::vector<AutomaticPayment> duePayments(const Platform& platform, ListedBill bill, bool catchUp) {
   const QMPaymentLogger logger{platform};
   const QMBillsLoader loader{platform};
   std::vector<AutomaticPayment> payments;
-  Dictionary row = bill.content;
+  const std::string name = bill.name();
+  Dictionary& row = bill.content;
   do {
     const Date* stored = row.get<Date>(key::DueDate);
     if (stored == nullptr) break;
@@ -45,25 +48,21 @@ std::vector<AutomaticPayment> duePayments(const Platform& platform, const Listed
     if (!logger.checkIfBillShouldSilentlyLog(row)) break;
     const auto next = logger.calculateNextDueDateForBill(row);
     if (!next || *next <= due) break;
-    payments.push_back({bill.bid, bill.name(), logger.amountPrefilValueForBill(row), due, *next});
+    payments.push_back({bill.bid, name, logger.amountPrefilValueForBill(row), due, *next});
     row.set(key::DueDate, *next);
   } while (catchUp);
   return payments;
 }
 
-bool hasReadablePayments(const ListedBill& bill) {
-  const Value* stored = bill.content.find(key::PaymentList);
-  return stored == nullptr || stored->is<Array>();
-}
-
 /// Active bills in their order; those whose payments cannot be read are named and passed over.
 std::vector<AutomaticPayment> allDuePayments(Session& session, bool catchUp) {
   std::vector<AutomaticPayment> all;
-  for (const ListedBill& bill : allBills(session.platform)) {
+  for (ListedBill& bill : allBills(session.platform)) {
     if (bill.group.key != key::ActiveBills) continue;
-    std::vector<AutomaticPayment> due = duePayments(session.platform, bill, catchUp);
-    if (!due.empty() && !hasReadablePayments(bill)) {
-      session.console.error(sentence("\"{}\" was passed over: its payments cannot be read.", bill.name()));
+    const bool isReadable = hasReadablePayments(bill.content);
+    std::vector<AutomaticPayment> due = duePayments(session.platform, std::move(bill), catchUp);
+    if (!due.empty() && !isReadable) {
+      session.console.error(sentence("\"{}\" was passed over: its payments cannot be read.", due.front().name));
       continue;
     }
     all.insert(all.end(), std::make_move_iterator(due.begin()), std::make_move_iterator(due.end()));
@@ -71,12 +70,19 @@ std::vector<AutomaticPayment> allDuePayments(Session& session, bool catchUp) {
   return all;
 }
 
-/// From the bill's own file each time, so that a bill's payments add up.
-void record(const Platform& platform, const AutomaticPayment& payment) {
-  std::optional<Dictionary> bill = QMBillsLoader{platform}.loadBillWithID(payment.bid);
-  if (!bill) couldNot(sentence("The file of \"{}\" is gone.", payment.name) + " " + translated("Nothing was changed."));
-  bill->set(key::Bid, payment.bid);
-  QMPaymentLogger{platform}.recordPaymentForBill({payment.amount, payment.due, "", ""}, *bill);
+/// The payments of a bill stand together; its file is written once for all of them.
+void record(const Platform& platform, const std::vector<AutomaticPayment>& payments) {
+  const QMPaymentLogger logger{platform};
+  for (auto payment = payments.begin(); payment != payments.end();) {
+    const std::string& bid = payment->bid;
+    std::optional<Dictionary> bill = QMBillsLoader{platform}.loadBillWithID(bid);
+    if (!bill)
+      couldNot(sentence("The file of \"{}\" is gone.", payment->name) + " " + translated("Nothing was changed."));
+    bill->set(key::Bid, bid);
+    for (; payment != payments.end() && payment->bid == bid; ++payment)
+      bill = logger.billWithPayment({payment->amount, payment->due, "", ""}, std::move(*bill), true);
+    QMBill{platform}.rewriteSpecificBill(*bill);
+  }
 }
 
 void printPayments(Session& session, const std::vector<AutomaticPayment>& payments) {
@@ -124,10 +130,14 @@ void autopay(Session& session, const Options& options) {
     session.write(
         [&] {
           payments = allDuePayments(session, options.catchUp);
-          for (const AutomaticPayment& payment : payments) record(platform, payment);
+          record(platform, payments);
         },
         [&] {
-          for (const AutomaticPayment& payment : payments) agreeWithFiles(platform, payment.bid, {payment.name});
+          const AutomaticPayment* done = nullptr;
+          for (const AutomaticPayment& payment : payments) {
+            if (done == nullptr || done->bid != payment.bid) agreeWithFiles(platform, payment.bid, {payment.name});
+            done = &payment;
+          }
         });
   }
   say(session, payments, options.dryRun);

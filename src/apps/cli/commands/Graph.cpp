@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <memory>
 
@@ -34,7 +35,7 @@ struct Graph {
 
 Graph graphOf(const Platform& platform, const ListedBill& bill, bool byMonth) {
   const QMMonthlyGraphManager manager{platform};
-  const Array payments = paymentsOf(bill);
+  const Array& payments = paymentsOf(bill);
   const Array graphs = byMonth ? manager.listOfPaymentsByMonthForBill(bill.content)
                                : manager.listOfPaymentsByPaymentForBill(bill.content);
   return {barsOf(*graphs.at(0).get<Dictionary>()),
@@ -63,7 +64,7 @@ void printGraph(Session& session, const Graph& graph, bool byMonth) {
   for (std::size_t i = 0; i < graph.bars.size(); ++i) {
     const GraphBar& each = graph.bars[i];
     if (isShort && each.label.empty() && graph.amounts[i] == Value(0.0F)) continue;
-    table.add({each.label, Cell(bar(each.height, width), fmt::format("{:.4f}", each.height), colourOf(each)),
+    table.add({each.label, Cell(bar(each.height, width), fmt::format("{:.4f}", std::fabs(each.height)), colourOf(each)),
                Cell(each.amountText, amountCell(session.platform, &graph.amounts[i]).plain)});
   }
   table.print(session.console);

@@ -1,4 +1,5 @@
 #include <memory>
+#include <span>
 
 #include "analysis/Payments.h"
 #include "analysis/QMIndexManager.h"
@@ -7,6 +8,7 @@
 #include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
+#include "cli/PaymentChange.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "cli/input/MonthInput.h"
@@ -31,7 +33,7 @@ struct Paid {
 };
 
 /// By the model's rule; with `all`, every payment of the month.
-Paid paidFor(const Platform& platform, const std::vector<Dictionary>& bills, Date date, bool all) {
+Paid paidFor(const Platform& platform, std::span<const Dictionary> bills, Date date, bool all) {
   QMIndexManager manager{platform};
   if (!all) {
     const Array paid = manager.calculateTotalPaidinArrayForDate(bills, date);
@@ -40,7 +42,7 @@ Paid paidFor(const Platform& platform, const std::vector<Dictionary>& bills, Dat
   const CalendarMonth month = Calendar::of(platform.region).month(date);
   float sum = 0;
   for (const Dictionary& bill : bills)
-    sum += manager.parseTotalPaidThisInPaymentListWithCurrentComponents(paymentsOf(bill), month);
+    sum += manager.parseTotalPaidThisInPaymentListWithCurrentComponents(tallyvane::paymentsOf(bill), month);
   return {manager.totalPaymentsThisMonth, sum};
 }
 
@@ -61,7 +63,7 @@ void printPaid(Session& session, const std::vector<Dictionary>& bills, Date date
   const Platform& platform = session.platform;
   Table table({{marked("Bill"), false, 16, 0}, {marked("Payments"), true}, {marked("Amount"), true}});
   for (const Dictionary& bill : bills) {
-    const Paid paid = paidFor(platform, std::vector<Dictionary>(1, bill), date, all);
+    const Paid paid = paidFor(platform, {&bill, 1}, date, all);
     if (paid.count > 0) table.add(cellsOf(platform, bill.valueOr(key::Name, std::string()), paid));
   }
   // translators: a year such as "2027", or a month such as "March 2027"
@@ -78,7 +80,7 @@ void printPaidJson(Session& session, const std::vector<Dictionary>& bills, Date 
   const Platform& platform = session.platform;
   Json list = Json::array();
   for (const Dictionary& bill : bills) {
-    const Paid paid = paidFor(platform, std::vector<Dictionary>(1, bill), date, all);
+    const Paid paid = paidFor(platform, {&bill, 1}, date, all);
     if (paid.count == 0) continue;
     list.push_back({{"id", bill.valueOr(key::Bid, std::string())},
                     {"name", bill.valueOr(key::Name, std::string())},
@@ -99,6 +101,7 @@ void showPaid(Session& session, const Options& options) {
   std::vector<Group> groups{activeBills};
   if (options.all) groups.push_back(archivedBills);
   const std::vector<Dictionary> bills = contentsOf(platform, groups);
+  nameUncountedBills(session, bills);
   (session.json ? printPaidJson : printPaid)(session, bills, date, options.all);
 }
 

@@ -87,10 +87,7 @@ void storePayments(const Platform& platform, const ListedBill& bill, Array payme
   const std::optional<Date> latest = latestOf(paymentsOf(bill));
   const bool follows = last != nullptr && latest && loader.normalizedDate(*last) == loader.normalizedDate(*latest);
   if (follows) content.set(key::LastPayment, latestOf(payments).value_or(distantPast));
-  const Array totals = QMPaymentLogger{platform}.recalculateAveragePaidForData(payments);
-  content.set(key::TotalPaid, totals.at(0));
-  content.set(key::Average, totals.at(1));
-  content.set(key::PaymentList, std::move(payments));
+  setPayments(platform, std::move(payments), content);
   rewriteBill(platform, bill, content);
 }
 
@@ -178,7 +175,7 @@ void payments(Session& session, const Options& options) {
     wrongUsage(translated("Say which payment to correct, with --edit N. \"tallyvane pay\" logs a new one."));
   if (corrects) correct(session, options);
   const ListedBill bill = findBill(session.platform, options.bill, {std::begin(allGroups), std::end(allGroups)});
-  const Array list = paymentsOf(bill);
+  const Array& list = paymentsOf(bill);
   if (session.json) return printPaymentsJson(session, bill, list);
   if (!list.empty()) return printTable(session, bill, list);
   if (session.console.interactive()) session.console.line(printable(sentence("\"{}\" has no payments.", bill.name())));

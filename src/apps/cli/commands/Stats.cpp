@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <memory>
 
 #include "analysis/Payments.h"
@@ -47,11 +48,10 @@ constexpr Season seasons[] = {{key::TotalWinter, "winter", marked("Paid in winte
                               {key::TotalFall, "fall", marked("Paid in fall")}};
 
 /// One bill with the payments of all, to have their totals in one sum.
-Dictionary allPaymentsOf(const std::vector<Dictionary>& bills) {
+Dictionary allPaymentsOf(std::vector<Dictionary> bills) {
   Array all;
-  for (const Dictionary& bill : bills) {
-    const Array& payments = tallyvane::paymentsOf(bill);
-    all.insert(all.end(), payments.begin(), payments.end());
+  for (Dictionary& bill : bills) {
+    if (Array* payments = bill.get<Array>(key::PaymentList)) std::ranges::move(*payments, std::back_inserter(all));
   }
   Dictionary bill;
   bill.set(key::PaymentList, std::move(all));
@@ -95,8 +95,8 @@ Json totalsJson(const Dictionary& totals) {
 void allStatistics(Session& session) {
   const Platform& platform = session.platform;
   const QMStatisticsCalculator calculator{platform};
-  const std::vector<Dictionary> bills = contentsOf(platform, {activeBills});
-  const Dictionary totals = calculator.totalsForBill(allPaymentsOf(bills));
+  std::vector<Dictionary> bills = contentsOf(platform, {activeBills});
+  nameUncountedBills(session, bills);
   Table table({{marked("Bills"), false, 16, 0}, {marked("Count"), true}, {marked("Amount"), true}});
   Json json = Json::object();
   for (const Figure& figure : figures) {
@@ -105,6 +105,7 @@ void allStatistics(Session& session) {
     table.add({wordCell(figure.title), count, amountCell(platform, &counted[1])});
     json[figure.jsonKey] = {{"count", integerValue(&counted[0])}, {"amount", floatJson(&counted[1])}};
   }
+  const Dictionary totals = calculator.totalsForBill(allPaymentsOf(std::move(bills)));
   if (session.json) return printJson(session.console, {{"bills", json}, {"paid", totalsJson(totals)}});
   table.print(session.console);
   if (session.console.interactive()) session.console.line();

@@ -35,17 +35,19 @@ std::string dayText(const Platform& platform, const Date* date) {
                dayText(platform, bill.content.get<Date>(key::LastPayment)), payments.size()));
 }
 
-/// The model stores the list in the order it was given, the last payment first. The next payment is put at the end, so
-/// the list goes back to the order in which the payments were logged.
+/// The model takes the last payment first and would store the list so. The next payment is put at the end, so the list
+/// goes into the file in the order in which the payments were logged, and is summed up in it; in one write, because a
+/// list the wrong way round, left by a program that was ended between two, could not be told from a right one.
 void undoLast(const Platform& platform, const ListedBill& bill) {
-  Array payments = paymentsOf(bill);
-  Array lastFirst(payments.rbegin(), payments.rend());
-  if (!QMPaymentLogger{platform}.reverseLastPaymentForBillAndPayments(bill.bid, lastFirst))
-    refuse(platform, bill, payments);
-  payments.pop_back();
-  Dictionary content = storedBill(platform, bill);
-  content.set(key::PaymentList, std::move(payments));
-  rewriteBill(platform, bill, content);
+  const QMPaymentLogger logger{platform};
+  const Array& payments = paymentsOf(bill);
+  Array rest(payments.rbegin(), payments.rend());
+  std::optional<Dictionary> content = logger.billWithoutLastPayment(bill.bid, rest);
+  if (!content) refuse(platform, bill, payments);
+  std::reverse(rest.begin(), rest.end());
+  setPayments(platform, std::move(rest), *content);
+  content->set(key::Bid, bill.bid);
+  rewriteBill(platform, bill, *content);
 }
 
 bool isTwiceAMonth(const Dictionary& bill) {
