@@ -22,6 +22,7 @@ void addCommands(CLI::App& app, Invocation& invocation) {
         addRemind,   addNotifications, addCalendar, addBackup,   addRestoreBackup, addLocation, addCheck,  addExport}) {
     add(app, invocation);
   }
+  addComplete(app, invocation);
 }
 
 /// The words of the help itself; options show their values' kinds as the text beside them does.

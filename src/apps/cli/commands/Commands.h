@@ -50,6 +50,8 @@ void addNotifications(CLI::App& app, Invocation& invocation);
 void addCalendar(CLI::App& app, Invocation& invocation);
 void addCheck(CLI::App& app, Invocation& invocation);
 void addExport(CLI::App& app, Invocation& invocation);
+/// Hidden: what the shells' completions ask.
+void addComplete(CLI::App& app, Invocation& invocation);
 
 /// What a program without a command does: the overview of the active bills.
 void runDefaultOverview(Session& session);

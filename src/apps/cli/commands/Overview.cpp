@@ -157,7 +157,7 @@ void addOverview(CLI::App& app, Invocation& invocation) {
       ->check(CLI::IsMember(std::vector<std::string>(ranges.begin(), ranges.end())));
   command->add_option("--group", options->group, "Which bills: active, archived or deleted")
       ->check(CLI::IsMember({"active", "archived", "deleted"}));
-  command->add_option("--tag", options->tag, "Only bills with this tag");
+  command->add_option("--tag", options->tag, "Only bills with this tag")->type_name("TAG");
   command->add_flag("--hide-automatic", options->hideAutomatic, "Leave out bills that are paid automatically");
 }
 
