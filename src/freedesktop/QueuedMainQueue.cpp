@@ -3,17 +3,18 @@
 namespace tallyvane {
 
 void QueuedMainQueue::post(std::function<void()> work) {
+  std::function<void()> wake;
   {
     const std::lock_guard lock(mutex_);
     waiting_.push_back(std::move(work));
+    wake = wake_;
   }
-  posted_.notify_one();
-  if (wake_) wake_();
+  if (wake) wake();
 }
 
-void QueuedMainQueue::waitForWork() {
-  std::unique_lock lock(mutex_);
-  posted_.wait(lock, [this] { return !waiting_.empty(); });
+void QueuedMainQueue::wakeWith(std::function<void()> wake) {
+  const std::lock_guard lock(mutex_);
+  wake_ = std::move(wake);
 }
 
 void QueuedMainQueue::runPending() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <condition_variable>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -16,17 +15,14 @@ class QueuedMainQueue : public MainQueue {
   void post(std::function<void()> work) override;
   /// On the main thread only: runs what waits, and what that posts, and returns when nothing waits.
   void runPending();
-  /// On the main thread only: returns as soon as something waits.
-  void waitForWork();
-  /// Called, on whatever thread that is, after each post; for a main thread that waits in a loop of its own. Set before
-  /// anything is posted.
-  void wakeWith(std::function<void()> wake) { wake_ = std::move(wake); }
+  /// Called, on whatever thread that is, after each post; for a main thread that waits in a loop of its own. What it
+  /// needs lives for as long as it is held here or anything is posted.
+  void wakeWith(std::function<void()> wake);
 
  private:
   [[nodiscard]] std::function<void()> next();
 
   std::mutex mutex_;
-  std::condition_variable posted_;
   std::function<void()> wake_;
   std::deque<std::function<void()>> waiting_;
 };

@@ -21,7 +21,7 @@ void replaceAll(std::string& text, std::string_view placeholder, std::string_vie
 }  // namespace
 
 void QMEmailManager::createMessageWithTitleAndAlarmDateAndDueDate(const std::string& title, Date alarm, Date due) {
-  std::string body = platform_->resources.text("template.html").value_or(std::string());
+  std::string body = bodyFrom("template.html");
   replaceAll(body, "$BillName", title);
   replaceAll(body, "$NextDueDate", getDateString(due));
   subject = "Bill Due Soon: " + title;
@@ -32,6 +32,12 @@ void QMEmailManager::createMessageWithTitleAndAlarmDateAndDueDate(const std::str
   alarmDate = alarm;
   platform_->log.line("Message Created");
   saveMessage();
+}
+
+std::string QMEmailManager::bodyFrom(const char* resource) const {
+  const std::optional<std::string> text = platform_->resources.text(resource);
+  if (!text) platform_->log.diagnostic(std::string("A mail is made without a text, for lack of a usable ") + resource);
+  return text.value_or(std::string());
 }
 
 std::int32_t QMEmailManager::getTimeOffset(std::optional<Date> date) const {

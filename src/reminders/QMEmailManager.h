@@ -74,18 +74,20 @@ class QMEmailManager {
   /// Why nothing can be sent: no account is set up, or nobody to send to.
   [[nodiscard]] std::optional<std::string> hindrance() const;
   [[nodiscard]] std::string serviceAddress() const;
-  /// How many messages of this manager, and of those that it was copied from, have no outcome yet.
-  [[nodiscard]] int messagesOnTheirWay() const { return *onTheirWay_; }
+  /// Titles of the messages of this manager, and of those that it was copied from, that have no outcome yet.
+  [[nodiscard]] const std::vector<std::string>& messagesOnTheirWay() const { return *onTheirWay_; }
 
   /// The longest that the service holds a message back, in minutes: 15 days.
   static constexpr std::int32_t mostMinutesAhead = 21'600;
   static constexpr const char* testMessageTitle = "Test Message";
 
  private:
+  /// The text of an installed file; empty, which is said, without one.
+  [[nodiscard]] std::string bodyFrom(const char* resource) const;
   [[nodiscard]] std::string recipient() const;
 
   const Platform* platform_;  ///< not owned, never null
-  std::shared_ptr<int> onTheirWay_ = std::make_shared<int>(0);
+  std::shared_ptr<std::vector<std::string>> onTheirWay_ = std::make_shared<std::vector<std::string>>();
 };
 
 }  // namespace tallyvane

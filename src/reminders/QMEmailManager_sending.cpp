@@ -1,4 +1,5 @@
 // Section 4 of QMEmailManager: sending.
+#include <algorithm>
 #include <string_view>
 
 #include "net/QMFormDataRequest.h"
@@ -51,7 +52,7 @@ void noteErrors(Log& log, const MailOutcome& outcome) {
 
 void QMEmailManager::sendTestMessage() {
   subject = "Tallyvane Test Message";
-  emailBody = platform_->resources.text("sample.html").value_or(std::string());
+  emailBody = bodyFrom("sample.html");
   timeOffset = "0";
   dueDate = platform_->clock.now();
   alarmDate = dueDate;
@@ -78,7 +79,8 @@ void QMEmailManager::sendMessageAsynchronous(bool asynchronous) {
   const auto message = std::make_shared<QMEmailManager>(*this);
   const auto tell = [message, told = request.get(), secret = service.apiKey] {
     const MailOutcome outcome = outcomeOf(*told, message->billTitle, secret);
-    --*message->onTheirWay_;
+    std::vector<std::string>& onTheirWay = *message->onTheirWay_;
+    onTheirWay.erase(std::find(onTheirWay.begin(), onTheirWay.end(), message->billTitle));
     message->observer ? message->observer(outcome) : noteErrors(message->platform_->log, outcome);
   };
   request->setCompletionBlock([message, tell] {
@@ -90,7 +92,7 @@ void QMEmailManager::sendMessageAsynchronous(bool asynchronous) {
     message->saveMessage();
     tell();
   });
-  ++*onTheirWay_;
+  onTheirWay_->push_back(billTitle);
   asynchronous ? request->startAsynchronous() : request->startSynchronous();
 }
 

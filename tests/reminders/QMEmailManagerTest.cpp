@@ -25,6 +25,7 @@ TEST_F(Mail, AReminderIsMadeFromTheTemplateAndQueued) {
   queue("Rent", minutes{7});
   EXPECT_THAT(pending(), ElementsAre("Rent", "Water"));
   EXPECT_EQ(message("Rent").valueOr("emailBody", std::string("none")), "");
+  EXPECT_THAT(desktop.log.diagnostics, ElementsAre(HasSubstr("template.html"), HasSubstr("template.html")));
   EXPECT_EQ(message("Rent").valueOr("alarmDate", Date()), desktop.clock.moment + minutes{7});
 }
 

@@ -24,7 +24,10 @@ struct Outcome {
 /// Noon of Wednesday 10 March 2027 in New York, in English, with the programs' first values of the settings.
 class CliDesktop {
  public:
-  CliDesktop() { desktop.defaults.registerDefaults(programs::firstValues(desktop.region)); }
+  CliDesktop() {
+    desktop.defaults.registerDefaults(programs::firstValues(desktop.region));
+    (void)desktop.files.createFolder("/home/ada/.local/state/Tallyvane");
+  }
 
   Outcome run(const std::vector<std::string>& arguments) { return runOn(desktop.files, arguments); }
 
@@ -72,10 +75,22 @@ class CliDesktop {
     programs::GuardedFileStore guarded(store, desktop.log);
     const Platform platform = desktop.over(guarded);
     cli::Session session(
-        platform, console,
-        {guarded, [this] { return lock(); }, [this] { desktop.workQueue.run(); }, [this] { desktop.mainQueue.run(); }},
+        platform, console, {guarded, [this] { return lock(); }},
+        {[] {},
+         [this] {
+           desktop.workQueue.run();
+           return true;
+         },
+         [this] { desktop.mainQueue.run(); }, [this] { endRequests(); }, [this] { return lock(); },
+         "/home/ada/.local/state/Tallyvane/mail.plist"},
         [this](const std::string& name) { sounds.push_back(name); }, invocation.json);
     return cli::runCommand(invocation, session);
+  }
+  void endRequests() {
+    std::stop_source stopped;
+    stopped.request_stop();
+    desktop.workQueue.run(stopped.get_token());
+    desktop.mainQueue.run();
   }
   Result<std::shared_ptr<const void>> lock() {
     if (lockFailure) return Error{*lockFailure};

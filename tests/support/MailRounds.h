@@ -29,10 +29,11 @@ struct Rounds : ::testing::Test {
   /// What one round of a program sends, as the subjects' last words.
   std::vector<std::string> round() {
     desktop.http.sent.clear();
-    prepareMailQueue(desktop.platform);
+    notes.prepareMailQueue();
     QMEmailManager{desktop.platform}.checkForMessagesToSendAsynchronous(true);
     desktop.workQueue.run();
     desktop.mainQueue.run();
+    (void)notes.note({});
     std::vector<std::string> names;
     for (const std::string& body : desktop.http.sent) {
       const std::size_t begin = body.find("Soon%3A%20") + 10;
@@ -46,6 +47,7 @@ struct Rounds : ::testing::Test {
   }
 
   FakeDesktop desktop;
+  MailRoundNotes notes{desktop.platform, dataFolder + "/mail.plist"};
 };
 
 }  // namespace tallyvane::programs

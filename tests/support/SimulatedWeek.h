@@ -89,11 +89,12 @@ struct SimulatedWeek::Computer {
   ~Computer() { mail.endRequests(); }
 
   void moveTo(const std::string& zone) {
-    mail.endRequests();
+    if (desktop) mail.endRequests();
     desktop.reset();
     desktop = std::make_unique<programs::DesktopPlatform>(XdgFolders::of(week.session.environment()),
                                                           Region{"en_US", zone, {}}, week.clock, week.log, workspace,
                                                           statusBar, application);
+    mail.follow(*desktop);
   }
   /// Until two rounds of mail have come to their end after the notifications were delivered, and all that was asked of
   /// the notification service has been answered.
@@ -132,7 +133,7 @@ struct SimulatedWeek::Computer {
   std::unique_ptr<programs::DesktopPlatform> desktop;
   agent::Reminders reminders{*bus, [this]() -> programs::DesktopPlatform& { return *desktop; }, [](const auto&) {},
                              week.log};
-  agent::MailRounds mail{[this] { return desktop.get(); }, week.log};
+  agent::MailRounds mail{[this]() -> programs::DesktopPlatform& { return *desktop; }, week.log};
 };
 
 inline void SimulatedWeek::switchOn(const std::string& zone) { computer = std::make_shared<Computer>(*this, zone); }

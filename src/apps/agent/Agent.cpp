@@ -56,7 +56,7 @@ Agent::Agent(SessionBus& bus, sdbus::IConnection& connection, Surroundings surro
       reminders_(
           connection, [this]() -> programs::DesktopPlatform& { return *hosted_.desktop; },
           [this](const std::string& bid) { queue_.post([this, bid] { showBill(bid); }); }, log),
-      mail_([this] { return hosted_.desktop.get(); }, log),
+      mail_([this]() -> programs::DesktopPlatform& { return *hosted_.desktop; }, log),
       backups_(log) {
   reminders_.attachTo(loop_);
   mail_.attachTo(loop_);
@@ -79,12 +79,22 @@ Agent::Agent(SessionBus& bus, sdbus::IConnection& connection, Surroundings surro
 }
 
 void Agent::run() {
+  followRegion();  // before anything: a notification of an earlier run may be asked about at once
+  try {
+    runLoop();
+  } catch (...) {
+    mail_.endRequests();
+    throw;
+  }
+  mail_.endRequests();
+}
+
+void Agent::runLoop() {
   try {
     loop_.run();
   } catch (const sdbus::Error& error) {
     log_.diagnostic("The session bus is gone, so the agent ends: " + error.getMessage());
   }
-  mail_.endRequests();
 }
 
 void Agent::endOfTurn() { queue_.runPending(); }
@@ -144,8 +154,9 @@ void Agent::followRegion() {
     next.menulet->statusItem = hosted_.menulet->statusItem;
     next.menulet->menuIcon = hosted_.menulet->menuIcon;
   }
-  mail_.endRequests();
+  if (hosted_.desktop) mail_.endRequests();
   hosted_ = std::move(next);
+  mail_.follow(*hosted_.desktop);
 }
 
 /// The group suite is not watched: listing bills writes it.

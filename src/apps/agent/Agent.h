@@ -55,6 +55,7 @@ class Agent : public Application {
   };
 
   void endOfTurn();
+  void runLoop();
   void refresh();
   void feed();
   void followRegion();

@@ -1,37 +1,27 @@
 #include "agent/MailRounds.h"
 
 #include <malloc.h>
-#include <sys/eventfd.h>
 
 #include <chrono>
 #include <exception>
-#include <system_error>
 #include <utility>
-
-#include "common/MailRound.h"
-#include "common/ProgramLock.h"
 
 namespace tallyvane::agent {
 
 namespace {
 
 constexpr std::chrono::milliseconds settlingTime{150};
-constexpr std::chrono::milliseconds waitForDesktop{10'000};
-
-FileDescriptor eventFile() {
-  FileDescriptor file(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-  if (!file) throw std::system_error(errno, std::generic_category(), "no event descriptor");
-  return file;
-}
+/// Another program that sends may wait for the service for a while.
+constexpr std::chrono::milliseconds waitForTurn{5'000};
 
 }  // namespace
 
-MailRounds::MailRounds(Desktop desktop, Log& log) : desktop_(std::move(desktop)), log_(log), called_(eventFile()) {}
+MailRounds::MailRounds(Desktop desktop, Log& log)
+    : desktop_(std::move(desktop)), log_(log), called_(std::make_shared<EventDescriptor>()) {}
 
 void MailRounds::attachTo(EventLoop& loop) {
-  loop.add(called_.number(), [this] {
-    ::eventfd_t count = 0;
-    (void)::eventfd_read(called_.number(), &count);
+  loop.add(called_->number(), [this] {
+    called_->acknowledge();
     goOn();
   });
   loop.add(settling_.descriptor(), [this] {
@@ -46,20 +36,25 @@ void MailRounds::attachTo(EventLoop& loop) {
   settling_.start(settlingTime);
 }
 
+void MailRounds::follow(programs::DesktopPlatform& desktop) {
+  desktop.mainQueue().wakeWith([called = called_] { called->raise(); });
+}
+
 void MailRounds::comeBackInAnHour() {
-  while (!nextRound_.set(desktop_()->platform().clock.now() + std::chrono::hours{1})) {
+  while (!nextRound_.set(desktop_().platform().clock.now() + std::chrono::hours{1})) {
   }
 }
 
 void MailRounds::goOn() {
   try {
-    programs::DesktopPlatform* desktop = desktop_();
-    if (desktop == nullptr) return settling_.start(waitForDesktop);
-    const auto lock = programs::ProgramLock::tryTake(desktop->files(), desktop->paths().lock);
+    programs::DesktopPlatform& desktop = desktop_();
+    const auto lock = programs::ProgramLock::tryTake(desktop.files(), desktop.paths().lock);
     if (!lock) log_.diagnostic("Mail goes without the programs' lock: " + lock.error());
     if (lock && !*lock) return settling_.start(settlingTime);
-    desktop->mainQueue().runPending();
-    if (!std::exchange(isRoundDue_, false)) return;
+    desktop.mainQueue().runPending();
+    noteOutcomes();
+    if (!isRoundDue_ || isUnderWay()) return;
+    isRoundDue_ = false;
     comeBackInAnHour();
     beginRound();
   } catch (const std::exception& error) {
@@ -67,26 +62,57 @@ void MailRounds::goOn() {
   }
 }
 
+programs::MailRoundNotes MailRounds::notes() { return {desktop_().platform(), desktop_().paths().mailRound}; }
+
+void MailRounds::noteOutcomes() {
+  if (!manager_ || !turn_) return;
+  if (const Result<> noted = notes().note(manager_->messagesOnTheirWay()); !noted) {
+    log_.diagnostic("Mail that was sent may be sent again: " + noted.error());
+  }
+  if (!isUnderWay()) turn_.reset();
+}
+
 /// One round at a time, to the end of its requests.
 void MailRounds::beginRound() {
-  const Platform& platform = desktop_()->platform();
-  if (!mayBegin()) return;
-  desktop_()->mainQueue().wakeWith([this] { (void)::eventfd_write(called_.number(), 1); });
-  programs::GuardedFileStore& files = desktop_()->files();
-  files.begin();
-  programs::prepareMailQueue(platform);
-  if (const Result<> prepared = files.finish(); !prepared) {
+  if (!mayBegin() || !takeTurn()) return;
+  if (const Result<> prepared = prepare(); !prepared) {
+    turn_.reset();
     return log_.diagnostic("The mail queue waits until it can be written: " + prepared.error());
   }
-  manager_ = std::make_unique<QMEmailManager>(platform);
+  manager_ = std::make_unique<QMEmailManager>(desktop_().platform());
   manager_->checkForMessagesToSendAsynchronous(true);
+  noteOutcomes();
   ::malloc_trim(0);  // what the bills took is not needed until the next round
+}
+
+bool MailRounds::takeTurn() {
+  auto turn = programs::ProgramLock::tryTake(desktop_().files(), desktop_().paths().mailTurn);
+  if (turn && *turn) {
+    turn_ = std::move(*turn);
+    return true;
+  }
+  if (!turn) log_.diagnostic("The mail queue waits: " + turn.error());
+  isRoundDue_ = static_cast<bool>(turn);
+  if (isRoundDue_) settling_.start(waitForTurn);
+  return false;
+}
+
+Result<> MailRounds::prepare() {
+  programs::GuardedFileStore& files = desktop_().files();
+  files.begin();
+  try {
+    notes().prepareMailQueue();
+  } catch (...) {
+    (void)files.abandon();
+    turn_.reset();
+    throw;
+  }
+  return files.finish();
 }
 
 /// What is missing is said once, and only to those who want mail.
 bool MailRounds::mayBegin() {
-  if (manager_ && manager_->messagesOnTheirWay() > 0) return false;
-  const Platform& platform = desktop_()->platform();
+  const Platform& platform = desktop_().platform();
   (void)platform.defaults.synchronize();
   const std::optional<std::string> hindrance = programs::mailHindrance(platform);
   const bool isNews = hindrance && *hindrance != saidHindrance_;
@@ -96,11 +122,15 @@ bool MailRounds::mayBegin() {
 }
 
 void MailRounds::endRequests() {
-  programs::DesktopPlatform* desktop = desktop_();
-  if (desktop == nullptr) return;
-  const auto lock = programs::ProgramLock::tryTake(desktop->files(), desktop->paths().lock);
-  if (!lock || !*lock) log_.diagnostic("Mail that was on its way is put back without the programs' lock");
-  desktop->endRequests();
+  programs::DesktopPlatform& desktop = desktop_();
+  std::optional<programs::ProgramLock> held;
+  if (isUnderWay()) {
+    auto lock = programs::ProgramLock::take(desktop.files(), desktop.paths().lock, [] {});
+    if (!lock) log_.diagnostic("Mail that was on its way is put back without the programs' lock: " + lock.error());
+    if (lock) held = std::move(*lock);
+  }
+  desktop.endRequests();
+  noteOutcomes();
   manager_.reset();
   isRoundDue_ = true;
   settling_.start(settlingTime);

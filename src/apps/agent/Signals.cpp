@@ -4,20 +4,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
-#include <system_error>
+
+#include "freedesktop/HeldSignals.h"
 
 namespace tallyvane::agent {
 
-Signals::Signals() {
-  sigset_t taken;
-  ::sigemptyset(&taken);
-  for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGCHLD}) ::sigaddset(&taken, signal);
-  ::sigprocmask(SIG_BLOCK, &taken, nullptr);
-  file_ = FileDescriptor(::signalfd(-1, &taken, SFD_NONBLOCK | SFD_CLOEXEC));
-  if (!file_) throw std::system_error(errno, std::generic_category(), "signals cannot be received");
-}
+Signals::Signals() : file_(holdSignals({SIGTERM, SIGINT, SIGHUP, SIGCHLD})) {}
 
 bool Signals::askToEnd() {
   bool end = false;

@@ -30,11 +30,23 @@ void Session::list(const std::function<void()>& listing) {
   listing();
 }
 
-void Session::awaitCallbacks(const std::function<bool()>& finished) {
-  while (!finished()) {
-    access_.waitForCallbacks();
-    write(access_.runCallbacks);
+void Session::converse(const std::function<void()>& operation, const std::function<bool()>& finished) {
+  requests_.holdSignals();
+  try {
+    write(operation);
+    while (!finished()) write(requests_.waitForCallbacks() ? requests_.runCallbacks : requests_.endRequests);
+  } catch (...) {
+    if (finished()) throw;
+    const auto lock = access_.lock();
+    requests_.endRequests();
+    throw;
   }
+}
+
+std::shared_ptr<const void> Session::takeMailTurn() {
+  auto turn = requests_.mailTurn();
+  if (!turn) couldNot(sentence("No mail is sent: {}.", turn.error()));
+  return *turn;
 }
 
 void Session::putBack(const std::function<void()>& mend) {

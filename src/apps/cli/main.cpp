@@ -1,3 +1,4 @@
+#include "cli/CallbackWait.h"
 #include "cli/CommandLine.h"
 #include "cli/NoticeLog.h"
 #include "common/DesktopPlatform.h"
@@ -20,10 +21,9 @@ class NoWorkspace : public Workspace {
   Result<> openUrl(const std::string& url) override { return Error{url + ": not opened by the command line"}; }
 };
 
-Result<std::shared_ptr<const void>> takeLock(programs::DesktopPlatform& desktop, Console& console) {
-  auto lock = programs::ProgramLock::take(desktop.files(), desktop.paths().lock, [&console] {
-    console.error(translated("Waiting for another Tallyvane program to finish."));
-  });
+Result<std::shared_ptr<const void>> takeLock(FileStore& files, const std::string& path, Console& console) {
+  auto lock = programs::ProgramLock::take(
+      files, path, [&console] { console.error(translated("Waiting for another Tallyvane program to finish.")); });
   if (!lock) return Error{lock.error()};
   return std::shared_ptr<const void>(std::make_shared<programs::ProgramLock>(std::move(*lock)));
 }
@@ -38,10 +38,14 @@ ExitStatus runOnDesktop(const Invocation& invocation, Console& console) {
   NoApplication application;
   programs::DesktopPlatform desktop(XdgFolders::of(processEnvironment()), systemRegion(log), clock, log, workspace,
                                     statusBar, application);
+  CallbackWait callbacks(desktop.mainQueue());
+  const auto lock = [&](const std::string& path) {
+    return [&, path] { return takeLock(desktop.files(), path, console); };
+  };
   Session session(
-      desktop.platform(), console,
-      {desktop.files(), [&] { return takeLock(desktop, console); }, [&] { desktop.mainQueue().waitForWork(); },
-       [&] { desktop.mainQueue().runPending(); }},
+      desktop.platform(), console, {desktop.files(), lock(desktop.paths().lock)},
+      {[&] { callbacks.holdSignals(); }, [&] { return callbacks.wait(); }, [&] { desktop.mainQueue().runPending(); },
+       [&] { desktop.endRequests(); }, lock(desktop.paths().mailTurn), desktop.paths().mailRound},
       [](const std::string& name) { playThemeSound(SessionEnvironment::of(processEnvironment()), name); },
       invocation.json);
   return runCommand(invocation, session);

@@ -4,8 +4,10 @@
 #include <map>
 #include <vector>
 
+#include "common/DataFolderState.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"
+#include "platform/PropertyListFile.h"
 #include "reminders/QMEmailManager.h"
 #include "reminders/QMReminderManager.h"
 #include "storage/Keys.h"
@@ -39,6 +41,18 @@ bool isAbout(const std::optional<Dictionary>& message, Date due) {
   return told != nullptr && *told == due;
 }
 
+/// They are pending again, as far as they have messages.
+void putBack(const Platform& platform, const std::vector<std::string>& titles) {
+  QMEmailManager manager{platform};
+  const std::vector<std::string> pending = manager.getPendingMessages();
+  std::vector<std::string> together = pending;
+  for (const std::string& title : titles) {
+    const bool isThere = std::find(together.begin(), together.end(), title) != together.end();
+    if (!isThere && manager.dictionaryForBill(title)) together.push_back(title);
+  }
+  if (together != pending) manager.updateIndexWithNewPendingMessagesItem(together);
+}
+
 }  // namespace
 
 void queueDueMessages(const Platform& platform) {
@@ -66,12 +80,24 @@ void dropSettledMessages(const Platform& platform) {
   if (kept != pending) manager.updateIndexWithNewPendingMessagesItem(kept);
 }
 
-void prepareMailQueue(const Platform& platform) {
-  queueDueMessages(platform);
-  dropSettledMessages(platform);
-  QMEmailManager manager{platform};
+void MailRoundNotes::prepareMailQueue() {
+  putBack(platform_, noted());
+  queueDueMessages(platform_);
+  dropSettledMessages(platform_);
+  QMEmailManager manager{platform_};
   const std::vector<std::string> pending = manager.getPendingMessages();
   if (!pending.empty()) manager.updateIndexWithNewPendingMessagesItem(pending);
+  (void)note(pending);
+}
+
+Result<> MailRoundNotes::note(const std::vector<std::string>& titlesOnTheirWay) {
+  if (titlesOnTheirWay == noted()) return {};
+  return savePropertyListFile(platform_.files, path_, arrayOf(titlesOnTheirWay));
+}
+
+std::vector<std::string> MailRoundNotes::noted() const {
+  const auto titles = readPropertyListFile<Array>(platform_.files, platform_.log, path_);
+  return stringsOf(titles ? &*titles : nullptr);
 }
 
 bool wantsMail(const Platform& platform) { return QMReminderManager{platform}.shouldAddEmails(); }
@@ -79,6 +105,7 @@ bool wantsMail(const Platform& platform) { return QMReminderManager{platform}.sh
 std::optional<std::string> mailHindrance(const Platform& platform) {
   // translators: stands in "No mail is sent: {}."
   if (!wantsMail(platform)) return marked("reminders by e-mail are switched off");
+  if (auto unfinished = unfinishedChange(platform)) return unfinished;  // bills may be missing from the folder
   return QMEmailManager{platform}.hindrance();
 }
 

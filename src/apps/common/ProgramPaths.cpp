@@ -11,7 +11,9 @@ ProgramPaths ProgramPaths::in(const XdgFolders& folders) {
           .cloudMirror = state + "cloud.plist",
           .calendars = folders.dataHome + "/calendars",
           .notifications = state + "notifications.plist",
-          .lock = state + "lock"};
+          .lock = state + "lock",
+          .mailTurn = state + "mail.lock",
+          .mailRound = state + "mail.plist"};
 }
 
 }  // namespace tallyvane::programs

@@ -15,6 +15,8 @@ struct ProgramPaths {
   std::string calendars;      ///< a folder of calendars, unless the user names another
   std::string notifications;  ///< which are scheduled and which were delivered
   std::string lock;           ///< locked by the program that is changing the data
+  std::string mailTurn;       ///< locked by the program that is sending what the mail queue holds
+  std::string mailRound;      ///< which messages that one has handed over without having an answer yet
 
   [[nodiscard]] static ProgramPaths in(const XdgFolders& folders);
 };

@@ -31,6 +31,40 @@ TEST_F(AgentMail, AMessageOnItsWayAtTheEndIsPutBack) {
   EXPECT_THAT(pending(), ElementsAre("Rent"));
 }
 
+TEST_F(AgentMail, AMessageOnItsWayIsNotLostWhoeverEndsOrKillsAProgram) {
+  const auto start = [this](const char* program) {
+    const bool isAgent = program == std::string("agent");
+    return isAgent ? session.start({programs + "tallyvane-agent"})
+                   : session.start({programs + "tallyvane", "mail", "check"});
+  };
+  const struct {
+    const char* ended;
+    int signal;
+    int status;
+    const char* next;
+  } cases[] = {{"check", SIGTERM, 1, "check"},
+               {"check", SIGKILL, 1000 + SIGKILL, "agent"},
+               {"agent", SIGKILL, 1000 + SIGKILL, "check"}};
+  std::size_t sent = 0;
+  for (const auto& c : cases) {
+    const SilentPort silent;
+    setUpService(silent.number());
+    std::filesystem::remove(session.dataFolder() + "/mailindex.plist");
+    const auto ended = start(c.ended);
+    ASSERT_TRUE(waitUntil({}, [&] { return !queue().empty() && pending().empty(); })) << ended->said();
+    ended->signal(c.signal);
+    EXPECT_EQ(ended->ended(), c.status) << ended->said();
+    EXPECT_THAT(pending(), SizeIs(c.signal == SIGKILL ? 0 : 1));
+    setUpService(server.https);
+    const auto next = start(c.next);
+    EXPECT_TRUE(waitUntil({}, [&] { return server.requests().size() > sent; })) << next->said();
+    sent = server.requests().size();
+    if (next->ended(std::chrono::seconds{5})) continue;
+    next->signal(SIGTERM);
+    EXPECT_EQ(next->ended(), 0);
+  }
+}
+
 TEST_F(AgentMail, ProgramsThatQueueAtOnceLoseNothingOfEachOther) {
   std::vector<std::string> bids;
   for (int i = 0; i < 20; ++i) {

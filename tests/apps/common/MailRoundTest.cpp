@@ -35,6 +35,19 @@ TEST_F(Rounds, WhatWasSettledLeavesThePendingList) {
   EXPECT_THAT(pending(), ElementsAre("Water", "Test Message"));
 }
 
+TEST_F(Rounds, WhatAKilledProgramHadOnItsWayIsSentByTheNext) {
+  const Dictionary water = reminding("B", "Water", 3, 1);
+  putActiveBills(desktop, {reminding("A", "Rent", 3, 1), water, reminding("C", "Gas", 3, 1)});
+  notes.prepareMailQueue();
+  QMEmailManager{desktop.platform}.checkForMessagesToSendAsynchronous(true);
+  desktop.workQueue.waiting.clear();
+  ASSERT_TRUE(notes.note({"Rent", "Water"}));
+  EXPECT_THAT(pending(), IsEmpty());
+  pay(water, 33);
+  EXPECT_THAT(round(), ElementsAre("Rent"));
+  EXPECT_THAT(round(), IsEmpty());
+}
+
 TEST_F(Rounds, AWeekOfHoursSendsEachReminderOnceWhateverFailsOrIsSwitchedOff) {
   const Dictionary rent = reminding("A", "Rent", 19, 1);
   putActiveBills(desktop, {rent, reminding("B", "Water", 2, 1)});

@@ -62,16 +62,18 @@ void requireTaken(const Outcomes& outcomes) {
            (anyWaits ? " " + translated("What was not sent waits in the queue.") : ""));
 }
 
-/// Runs what sends messages, waits until each has its outcome, and shows them.
-void send(Session& session, const std::function<void(QMEmailManager&)>& operation) {
-  // Held by the messages too: when this ends early, by a full disk say, those on their way still call back.
-  const auto outcomes = std::make_shared<Outcomes>();
+/// Runs what sends messages, waits until each has its outcome, and shows them. `told` is called at each.
+void send(Session& session, const std::function<void(QMEmailManager&)>& operation,
+          const std::function<void(const QMEmailManager&)>& told) {
+  Outcomes outcomes;
   QMEmailManager manager{session.platform};
-  manager.observer = [outcomes](const MailOutcome& outcome) { outcomes->push_back(outcome); };
-  session.write([&] { operation(manager); });
-  session.awaitCallbacks([&] { return manager.messagesOnTheirWay() == 0; });
-  printOutcomes(session, *outcomes);
-  requireTaken(*outcomes);
+  manager.observer = [&](const MailOutcome& outcome) {
+    outcomes.push_back(outcome);
+    told(manager);
+  };
+  session.converse([&] { operation(manager); }, [&] { return manager.messagesOnTheirWay().empty(); });
+  printOutcomes(session, outcomes);
+  requireTaken(outcomes);
 }
 
 void requireNothingMissing(const std::optional<std::string>& hindrance) {
@@ -91,13 +93,18 @@ void setRecipient(Session& session, const std::string& address) {
 void checkQueue(Session& session) {
   requireReadableData(session.platform);
   requireNothingMissing(programs::mailHindrance(session.platform));
-  session.write([&] { programs::prepareMailQueue(session.platform); });
-  send(session, [](QMEmailManager& manager) { manager.checkForMessagesToSendAsynchronous(true); });
+  const auto turn = session.takeMailTurn();
+  programs::MailRoundNotes notes(session.platform, session.mailRound());
+  session.write([&] { notes.prepareMailQueue(); });
+  send(
+      session, [](QMEmailManager& manager) { manager.checkForMessagesToSendAsynchronous(true); },
+      [&](const QMEmailManager& manager) { (void)notes.note(manager.messagesOnTheirWay()); });
 }
 
 void sendTest(Session& session) {
   requireNothingMissing(QMEmailManager{session.platform}.hindrance());
-  send(session, [](QMEmailManager& manager) { manager.sendTestMessage(); });
+  send(
+      session, [](QMEmailManager& manager) { manager.sendTestMessage(); }, [](const QMEmailManager&) {});
 }
 
 Json messageJson(const Platform& platform, const std::string& title, const Dictionary& message) {
