@@ -48,8 +48,8 @@ bool hasReadablePayments(const Dictionary& bill) {
 void nameUncountedBills(Session& session, const std::vector<Dictionary>& bills) {
   for (const Dictionary& bill : bills) {
     if (hasReadablePayments(bill)) continue;
-    session.console.error("The payments of \"" + bill.valueOr(key::Name, std::string()) +
-                          "\" cannot be read and are not counted.");
+    session.console.error(
+        sentence("The payments of \"{}\" cannot be read and are not counted.", bill.valueOr(key::Name, std::string())));
   }
 }
 
