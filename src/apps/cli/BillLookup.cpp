@@ -86,7 +86,7 @@ std::string stateOf(const ListedBill& bill) {
   std::vector<std::string> names;
   for (const ListedBill& bill : bills) names.push_back(bill.name());
   const auto similar = nearest(text, names);
-  couldNot(similar ? missing + " " + sentence("Did you mean {}?", "\"" + *similar + "\"") : missing);
+  couldNot(similar ? missing + " " + sentence("Did you mean \"{}\"?", *similar) : missing);
 }
 
 }  // namespace

@@ -72,14 +72,13 @@ void requireUtf8(const std::vector<std::string>& arguments) {
 /// What is wrong with arguments that no command takes; with a first one that is no command, which was probably meant.
 std::string unexpected(const CLI::App& app) {
   const std::vector<std::string> extras = app.remaining(true);
-  const auto shown = [](const std::string& argument) { return "\"" + argument + "\""; };
   const bool isCommandMissing = app.get_subcommands().empty() && !extras.empty() && !extras.front().starts_with('-');
-  if (!isCommandMissing) return sentence("Not expected here: {}.", extras.empty() ? "" : shown(extras.front()));
+  if (!isCommandMissing) return sentence("Not expected here: \"{}\".", extras.empty() ? "" : extras.front());
   std::vector<std::string> names;
   for (const CLI::App* command : app.get_subcommands(nullptr)) names.push_back(command->get_name());
   const auto similar = nearest(extras.front(), names);
-  return sentence("There is no command {}.", shown(extras.front())) +
-         (similar ? " " + sentence("Did you mean {}?", shown(*similar)) : "");
+  return sentence("There is no command \"{}\".", extras.front()) +
+         (similar ? " " + sentence("Did you mean \"{}\"?", *similar) : "");
 }
 
 /// The command whose help says what would have been right.

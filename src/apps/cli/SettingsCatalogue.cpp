@@ -169,7 +169,7 @@ const Setting& findSetting(const std::string& key) {
   }
   const auto similar = nearest(key, keys);
   wrongUsage(sentence("There is no setting \"{}\".", key) + " " +
-             (similar ? sentence("Did you mean {}?", *similar) : translated("\"tallyvane settings\" lists them all.")));
+             (similar ? sentence("Did you mean \"{}\"?", *similar) : translated("\"tallyvane settings\" lists them all.")));
 }
 
 std::string kindText(const Setting& setting) {

@@ -57,7 +57,7 @@ TEST_F(Refusals, BadInputGetsOneClearSentenceAndChangesNothing) {
       {{"settings", "set", "QMCustomLocationEnabled", "perhaps"}, 2, "yes or no"},
       {{"settings", "set", "QMCustomLocationEnabled", "yes"}, 1, "Name the folder first"},
       {{"settings", "set", "QMCustomLocationBookmark", "/nowhere"}, 1, "no folder /nowhere"},
-      {{"settings", "get", "QMDueSonDays"}, 2, "Did you mean QMDueSoonDays?"},
+      {{"settings", "get", "QMDueSonDays"}, 2, "Did you mean \"QMDueSoonDays\"?"},
       {{"tags", "--set", "a", "b\x07"}, 2, "line break"},
       {{"pay", "Rent", "--amount", "-1"}, 2, "negative"},
       {{"pay", "Rent", "--amount", "inf"}, 2, "not an amount"},

@@ -63,7 +63,7 @@ void addComplete(CLI::App& app, Invocation& invocation) {
   auto words = std::make_shared<std::vector<std::string>>();
   CLI::App* command = app.add_subcommand("complete", "What may come next, for the shells");
   command->group("");
-  command->add_option("WORD", *words, "The words so far, after --; the last one is being typed");
+  command->add_option("WORD", *words);  // those so far, after --; the last one is being typed
   command->callback([&app, &invocation, words] {
     invocation.action = [words, completion = completionOf(app, *words)](Session& session) {
       printCandidates(session.console, completion.candidates);
