@@ -18,7 +18,7 @@ std::size_t checkQueue(testing::FakeDesktop& desktop, const HttpOutcome& outcome
   manager.checkForMessagesToSendAsynchronous(true);
   desktop.workQueue.run();
   desktop.mainQueue.run();
-  require(manager.messagesOnTheirWay() == 0, "a message has no outcome");
+  require(manager.messagesOnTheirWay().empty(), "a message has no outcome");
   for (const std::string& body : desktop.http.sent) {
     require(body.starts_with("username=") && body.find("&time_offset_minutes=") != std::string::npos, "sent: " + body);
     require(std::count(body.begin(), body.end(), '&') == 6, "a message breaks out of its field: " + body);

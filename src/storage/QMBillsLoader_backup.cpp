@@ -33,9 +33,10 @@ void QMBillsLoader::backupDatabase() {
 
   const std::optional<std::string> previous = newestBackup(platform_);
   (void)platform_.defaults.set(key::LastBackup, now);
-  // While the settings still name the previous one, it stays; and so does what is no folder.
+  // Of the two the one goes that the settings do not name; what is no folder stays.
   const Result<> recorded = platform_.defaults.set(key::LastBackupUID, id);
-  if (recorded && previous && platform_.files.isFolder(*previous)) (void)platform_.files.remove(*previous);
+  const std::optional<std::string> unnamed = recorded ? previous : backupFolder + "/" + id;
+  if (unnamed && platform_.files.isFolder(*unnamed)) (void)platform_.files.remove(*unnamed);
 }
 
 bool QMBillsLoader::restoreDatabase() {

@@ -36,6 +36,15 @@ TEST_F(Backup, AFailedCopyCountsAsTodaysAndCostsThePreviousOne) {
   EXPECT_EQ(*desktop.defaults.content.find("QMLastBackup"), Value(desktop.clock.moment));
 }
 
+TEST_F(Backup, OneThatTheSettingsCannotNameDoesNotStay) {
+  loader.backupDatabase();
+  const auto before = backups();
+  desktop.clock.moment += std::chrono::hours{24};
+  desktop.defaults.failing = true;
+  loader.backupDatabase();
+  EXPECT_EQ(backups(), before);
+}
+
 TEST_F(Backup, NothingButABackupIsEverRemoved) {
   for (const char* odd : {"", ".", "..", "/", "Tallyvane.tvdata", "0123"}) {
     desktop.defaults.content = Dictionary{{"QMLastBackupUID", odd}};

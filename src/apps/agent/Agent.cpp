@@ -102,18 +102,25 @@ void Agent::endOfTurn() { queue_.runPending(); }
 /// The one way in which anything is brought up to date, whatever has changed. Files are watched before they are read,
 /// so that no change falls in between.
 void Agent::refresh() {
-  try {
+  const auto attempt = [this](const char* failure, const std::function<void()>& part) {
+    try {
+      part();
+    } catch (const std::exception& error) {
+      log_.diagnostic(failure + std::string(": ") + error.what());
+    }
+  };
+  attempt("What has changed could not be told", [this] {
     followRegion();
     (void)platform().defaults.synchronize();
     watchFiles();
     waitForMidnight();
-    feed();
-    reminders_.bringUpToDate();
+  });
+  attempt("The status menu could not be brought up to date", [this] { feed(); });
+  attempt("The reminders could not be brought up to date", [this] { reminders_.bringUpToDate(); });
+  attempt("The backup could not be made", [this] {
     if (!backups_.bringUpToDate(*hosted_.desktop)) settling_.start(settlingTime);
-    offerImport();
-  } catch (const std::exception& error) {
-    log_.diagnostic(std::string("The status menu could not be brought up to date: ") + error.what());
-  }
+  });
+  attempt("An import could not be offered", [this] { offerImport(); });
 }
 
 /// Once, and quietly: who opens Tallyvane from the menu is told in the overview.

@@ -52,7 +52,12 @@ std::shared_ptr<const void> Session::takeMailTurn() {
 void Session::putBack(const std::function<void()>& mend) {
   const bool hasChanged = access_.files.hasChanged();
   if (const Result<> abandoned = access_.files.abandon(); !abandoned) console.error(abandoned.error() + ".");
-  if (hasChanged && mend) mend();
+  if (!hasChanged || !mend) return;
+  try {
+    mend();
+  } catch (const std::exception& error) {  // the reason why all was put back matters more
+    console.error(error.what());
+  }
 }
 
 }  // namespace tallyvane::cli

@@ -45,6 +45,7 @@ Result<BackupOutcome> backUpToday(const Platform& platform) {
   QMBillsLoader{platform}.backupDatabase();
   const std::optional<std::string> backup = newestBackup(platform);
   if (backup && isBackedUpToday(platform) && billsListedIn(platform, *backup)) return BackupOutcome::made;
+  if (!isBackedUpToday(platform)) return Error{translated("The settings cannot be changed to name a new backup.")};
   return Error{translated("The copy could not be made. The next backup is made tomorrow.")};
 }
 

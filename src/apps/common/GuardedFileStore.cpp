@@ -14,15 +14,15 @@ Error refused(const std::string& path) {
   return Error{sentence("{}: not changed, because an earlier save failed", path)};
 }
 
-/// Whether the earlier content is a property list of the same kind, dictionary or array: one of another kind cannot be
-/// read for what it should be, and would be lost without anybody having looked at it.
+/// Whether both are property lists of the same kind, dictionary or array: one of another kind cannot be read for what
+/// it should be, and would be lost without anybody having looked at it.
 bool isReplaceableBy(std::string_view earlier, std::string_view later) {
   const Result<Value> before = readPropertyList(earlier);
   // What is saved is in the canonical form, whose root's tag says its kind without another reading.
   const auto holds = [&](std::string_view root) {
     return later.find("<plist version=\"1.0\">\n" + std::string(root)) < 64;
   };
-  return before && (before->is<Dictionary>() || !holds("<dict")) && (before->is<Array>() || !holds("<array"));
+  return before && ((before->is<Dictionary>() && holds("<dict")) || (before->is<Array>() && holds("<array")));
 }
 
 }  // namespace

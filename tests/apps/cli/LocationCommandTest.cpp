@@ -16,6 +16,8 @@ TEST_F(Safekeeping, MovesToAFolderItsDropboxAndBack) {
   EXPECT_EQ(settings.valueOr("QMCustomLocationEnabled", false), true);
   EXPECT_EQ(*cli.desktop.bookmarks.resolve(settings.valueOr("QMCustomLocationBookmark", Data())), "/media/disk");
   EXPECT_FALSE(settings.contains("QMPlaceChange"));
+  done({"settings", "unset", "QMCusomLocationTempPath"});
+  EXPECT_THAT(done({"overview"}), HasSubstr("Rent"));
   EXPECT_THAT(receiptIn(cli, onDisk), HasSubstr(onDisk));
   EXPECT_TRUE(cli.desktop.files.exists(receiptIn(cli, onDisk)));
 
@@ -115,6 +117,7 @@ TEST_F(Safekeeping, AChangeOfPlaceThatWasKilledIsBroughtToItsEnd) {
         const std::size_t at = next.err.find("whole in ") + 9;
         const std::string whole = next.err.substr(at, next.err.find(". \"", at) - at);
         EXPECT_EQ(contentOf(other.desktop, whole).size(), 4U) << where << next.err;
+        EXPECT_EQ(other.run({"settings", "unset", "QMCustomLocationBookmark"}).status, 1) << where;
         const Outcome finished = other.run({"location", "--finish"});
         EXPECT_EQ(finished.status, 0) << where << finished.err;
       }

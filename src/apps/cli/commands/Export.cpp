@@ -36,7 +36,7 @@ void writeTo(Session& session, const std::string& named, const std::string& text
   const std::string path = std::filesystem::absolute(named, error).lexically_normal().string();
   if (named.empty() || error) wrongUsage(sentence("\"{}\" is no name for a file.", named));
   if (session.platform.files.isFolder(path)) couldNot(sentence("{} is a folder; name a file in it.", path));
-  if (path.starts_with(requireDataFolder(session.platform) + "/"))
+  if (session.platform.files.liesIn(path, requireDataFolder(session.platform)))
     couldNot(sentence("{} lies in the data folder; choose another one.", path));
   if (const Result<> saved = session.platform.files.save(path, text); !saved)
     couldNot(sentence("The export was not written: {}.", saved.error()));

@@ -220,12 +220,10 @@ void runImport(const Platform& platform, const Options& options, const std::stri
   }
 }
 
-void putBack(UserDefaults& defaults, std::string_view key, const std::optional<Value>& value) {
-  if (value) {
-    (void)defaults.set(key, *value);
-  } else {
-    (void)defaults.remove(key);
-  }
+void putBack(Session& session, std::string_view key, const std::optional<Value>& value) {
+  UserDefaults& defaults = session.platform.defaults;
+  if (const Result<> put = value ? defaults.set(key, *value) : defaults.remove(key); !put)
+    session.console.error(sentence("The setting {} could not be put back: {}.", key, put.error()));
 }
 
 /// What came in before an error stays. How many bills that were.
@@ -234,8 +232,8 @@ std::size_t importAll(Session& session, const Options& options, const std::strin
   const auto enabled = defaults.object(key::CustomLocationEnabled);
   const auto cached = defaults.object(key::CustomLocationTempPath);
   const auto restoreLocation = [&] {
-    putBack(defaults, key::CustomLocationEnabled, enabled);
-    putBack(defaults, key::CustomLocationTempPath, cached);
+    putBack(session, key::CustomLocationEnabled, enabled);
+    putBack(session, key::CustomLocationTempPath, cached);
   };
   ImportProgress progress(session.platform.log, session.console, count);
   std::string failure;

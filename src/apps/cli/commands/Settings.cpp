@@ -1,5 +1,7 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <memory>
 
 #include "cli/DisplayText.h"
@@ -7,6 +9,7 @@
 #include "cli/Json.h"
 #include "cli/SettingsCatalogue.h"
 #include "cli/commands/Commands.h"
+#include "common/DataFolderState.h"
 #include "common/Sentences.h"
 #include "storage/Keys.h"
 #include "storage/Settings.h"
@@ -71,6 +74,14 @@ void requireCustomFolder(const Platform& platform) {
   couldNot(sentence("Name the folder first: {}", "tallyvane settings set QMCustomLocationBookmark FOLDER"));
 }
 
+/// While the data folder moves, its place is decided by the move.
+void requireNoMove(const Platform& platform, std::string_view key) {
+  constexpr std::array places{key::CustomLocationEnabled, key::CustomLocationBookmark, key::CustomLocationTempPath,
+                              key::DropboxSyncEnabled};
+  if (std::find(places.begin(), places.end(), key) == places.end()) return;
+  if (const auto unfinished = programs::unfinishedChange(platform)) couldNot(*unfinished);
+}
+
 void requireFolderUnused(const Platform& platform, std::string_view forgottenKey) {
   if (forgottenKey != key::CustomLocationBookmark) return;
   if (!boolSetting(platform.defaults, key::CustomLocationEnabled)) return;
@@ -94,6 +105,7 @@ void setSetting(Session& session, const Options& options) {
   const Setting& setting = findSetting(options.key);
   const Value value = settingInput(platform, setting, options.value);
   session.write([&] {
+    requireNoMove(platform, setting.key);
     if (setting.key == key::CustomLocationEnabled && value == Value(true)) requireCustomFolder(platform);
     forgetFoundFolder(platform, setting.key);
     requireStored(platform.defaults.set(setting.key, value));
@@ -105,9 +117,13 @@ void unsetSetting(Session& session, const Options& options) {
   const Platform& platform = session.platform;
   const Setting& setting = findSetting(options.key);
   session.write([&] {
+    requireNoMove(platform, setting.key);
     requireFolderUnused(platform, setting.key);
     forgetFoundFolder(platform, setting.key);
-    requireStored(platform.defaults.remove(setting.key));
+    // In use, an absent path stands for a folder that cannot be told; an empty one is looked for again.
+    const bool isLookedForAgain =
+        setting.key == key::CustomLocationTempPath && boolSetting(platform.defaults, key::CustomLocationEnabled);
+    requireStored(isLookedForAgain ? platform.defaults.set(setting.key, "") : platform.defaults.remove(setting.key));
   });
   getSetting(session, options);
 }
