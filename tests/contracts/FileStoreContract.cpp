@@ -45,6 +45,7 @@ TYPED_TEST(FileStoreContract, EmptyAndRelativePathsAreRefused) {
     EXPECT_FALSE(this->store.copy(bad, good + "2")) << bad;
     EXPECT_FALSE(this->store.move(good, bad)) << bad;
     EXPECT_FALSE(this->store.remove(bad)) << bad;
+    EXPECT_FALSE(this->store.liesIn(good, bad) || this->store.liesIn(bad, this->root)) << bad;
     EXPECT_FALSE(this->store.exists(bad) || this->store.isFolder(bad)) << bad;
   }
 }

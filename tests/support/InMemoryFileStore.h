@@ -58,7 +58,7 @@ class InMemoryFileStore : public FileStore {
   [[nodiscard]] bool exists(const std::string& path) override { return content.contains(path) || isFolder(path); }
   [[nodiscard]] bool isFolder(const std::string& path) override { return folders.contains(path); }
   [[nodiscard]] bool liesIn(const std::string& path, const std::string& folder) override {
-    return isAtOrBelow(normal(path), normal(folder));
+    return path.starts_with('/') && folder.starts_with('/') && isAtOrBelow(normal(path), normal(folder));
   }
   Result<> createFolder(const std::string& path) override {
     if (!path.starts_with('/')) return Error{"'" + path + "': not an absolute path"};

@@ -89,6 +89,10 @@ TEST_F(Safekeeping, AnUnpluggedDiskGivesOneClearSentence) {
   EXPECT_THAT(cli.run({"location", "--reset"}).err, HasSubstr("add --adopt"));
   done({"location", "--reset", "--adopt"});
   EXPECT_THAT(done({"overview"}), HasSubstr("no active bills"));
+
+  cli.desktop.defaults.content = Dictionary{{"QMCustomLocationEnabled", true}};
+  EXPECT_THAT(cli.run({"location", "--reset"}).err, HasSubstr("cannot be told where"));
+  EXPECT_EQ(done({"location", "--reset", "--adopt"}), "The data folder is now " + usual + " (0 bills).\n");
 }
 
 /// Whichever change of files or settings it is killed at, the bills are whole in the folder that the next command names

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "cli/BillLookup.h"
 #include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
@@ -101,6 +102,7 @@ Carrying carryingTo(const Platform& platform, const std::string& to, bool isUsua
         "There are {} bills in {} already. Add --adopt to use these from now on; the others stay in {}.", *found, to,
         from));
   if (isTaken) couldNot(sentence("{} is there already, but has no list of bills. Move it away first.", to));
+  if (from.empty()) (void)requireDataFolder(platform);
   if (!files.isFolder(from))
     couldNot(sentence("The data folder is not there: {}.", from) + " " +
              translated("Connect the disk that it is on, or add --adopt to use the one at the new place."));
@@ -133,7 +135,8 @@ void changeLocation(Session& session, const Options& options) {
   const std::size_t bills = programs::billsListedIn(platform, to).value_or(0);
   const std::string now = countedSentence(bills, "The data folder is now {} ({} bill).",
                                           "The data folder is now {} ({} bills).", to, bills);
-  sayWhereNow(session, carrying == Carrying::move ? now : now + " " + sentence("The one before stays in {}.", from));
+  const bool isLeft = carrying != Carrying::move && !from.empty();
+  sayWhereNow(session, isLeft ? now + " " + sentence("The one before stays in {}.", from) : now);
 }
 
 void finishChange(Session& session) {
