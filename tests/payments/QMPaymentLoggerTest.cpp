@@ -189,8 +189,9 @@ TEST_F(Payments, UndoingStepsBackAndStoresTheRestInTheOrderGiven) {
                                 "TotalPaid", 3.0),
                            "Average", 1.5));
 
-  Array only{entry(2, noon(2027, 2, 1))};
-  EXPECT_TRUE(logger.reverseLastPaymentForBillAndPayments("B1", only));
+  EXPECT_TRUE(logger.reverseLastPaymentForBillAndPayments("B1", newestFirst));
+  EXPECT_EQ(*stored().find("LastPayment"), Value(noon(2027, 1, 1)));
+  EXPECT_TRUE(logger.reverseLastPaymentForBillAndPayments("B1", newestFirst));
   EXPECT_EQ(*stored().find("LastPayment"), Value(distantPast));
   EXPECT_EQ(*stored().find("PaymentList"), Value(Array()));
   EXPECT_EQ(*stored().find("Average"), Value(0.0));
