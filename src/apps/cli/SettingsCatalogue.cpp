@@ -168,8 +168,9 @@ const Setting& findSetting(const std::string& key) {
     keys.emplace_back(setting.key);
   }
   const auto similar = nearest(key, keys);
-  wrongUsage(sentence("There is no setting \"{}\".", key) + " " +
-             (similar ? sentence("Did you mean \"{}\"?", *similar) : translated("\"tallyvane settings\" lists them all.")));
+  wrongUsage(
+      sentence("There is no setting \"{}\".", key) + " " +
+      (similar ? sentence("Did you mean \"{}\"?", *similar) : translated("\"tallyvane settings\" lists them all.")));
 }
 
 std::string kindText(const Setting& setting) {
