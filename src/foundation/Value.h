@@ -36,7 +36,7 @@ class Dictionary {
   Dictionary() = default;
   Dictionary(std::initializer_list<Entry> entries);
   /// Empty, and expected to get these keys in this order; it then shares them.
-  explicit Dictionary(SharedKeys expected) : keys_(std::move(expected)) {}
+  explicit Dictionary(SharedKeys expected);
 
   [[nodiscard]] const Value* find(std::string_view key) const;
   [[nodiscard]] Value* find(std::string_view key);
@@ -142,6 +142,7 @@ class Dictionary::Iterator {
 };
 
 // Defined here because a value is complete only now.
+inline Dictionary::Dictionary(SharedKeys expected) : keys_(std::move(expected)) {}
 inline std::size_t Dictionary::size() const { return values_.size(); }
 inline bool Dictionary::empty() const { return values_.empty(); }
 inline std::span<const Value> Dictionary::values() const { return values_; }
