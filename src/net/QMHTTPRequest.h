@@ -95,7 +95,6 @@ class QMHTTPRequest : public std::enable_shared_from_this<QMHTTPRequest> {
   // 4. How it ended (valid in callbacks and after them)
   [[nodiscard]] const std::optional<QMHTTPRequestError>& error() const { return error_; }
   [[nodiscard]] int responseStatusCode() const { return answer_.status; }
-  [[nodiscard]] const HttpHeaders& responseHeaders() const { return answer_.headers; }
   /// Unpacked; where that is impossible, as it came, and the log says why.
   [[nodiscard]] const std::string& responseData() const { return answer_.body; }
 

@@ -8,22 +8,14 @@
 #include <algorithm>
 #include <memory>
 
+#include "foundation/IcuSupport.h"
+
 namespace tallyvane::cli {
 
 namespace {
 
 constexpr UChar32 replacement = 0xFFFD;
 constexpr UChar32 emojiStyle = 0xFE0F;
-
-icu::UnicodeString unicodeOf(std::string_view text) {
-  return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
-}
-
-std::string utf8Of(const icu::UnicodeString& text) {
-  std::string bytes;
-  text.toUTF8String(bytes);
-  return bytes;
-}
 
 bool isLineBreak(UChar32 c) { return (c >= 0x0A && c <= 0x0D) || c == 0x85 || c == 0x2028 || c == 0x2029; }
 

@@ -1,4 +1,5 @@
 #include "cli/Similar.h"
+#include "foundation/IcuSupport.h"
 
 #include <unicode/normalizer2.h>
 #include <unicode/unistr.h>
@@ -13,8 +14,7 @@ namespace {
 icu::UnicodeString unicodeFolded(std::string_view text) {
   UErrorCode status = U_ZERO_ERROR;
   const icu::Normalizer2* normalizer = icu::Normalizer2::getNFKCCasefoldInstance(status);
-  const auto source =
-      icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
+  const icu::UnicodeString source = unicodeOf(text);
   return U_SUCCESS(status) ? normalizer->normalize(source, status) : source;
 }
 
@@ -36,11 +36,7 @@ std::int32_t changesBetween(const icu::UnicodeString& left, const icu::UnicodeSt
 
 }  // namespace
 
-std::string folded(std::string_view text) {
-  std::string bytes;
-  unicodeFolded(text).toUTF8String(bytes);
-  return bytes;
-}
+std::string folded(std::string_view text) { return utf8Of(unicodeFolded(text)); }
 
 std::optional<std::string> nearest(std::string_view text, const std::vector<std::string>& choices) {
   const icu::UnicodeString wanted = unicodeFolded(text);

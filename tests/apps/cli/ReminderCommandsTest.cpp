@@ -1,16 +1,10 @@
 #include <algorithm>
 
-#include "support/CliCommands.h"
+#include "support/PaymentCommands.h"
 
 namespace tallyvane::testing {
 namespace {
 
-using nlohmann::json;
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::SizeIs;
 
 /// Noon of 10 March 2027 in New York; reminders ring at nine. The clocks go forward on 14 March.

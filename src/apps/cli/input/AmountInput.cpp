@@ -8,6 +8,7 @@
 
 #include "cli/input/InputText.h"
 #include "common/Sentences.h"
+#include "foundation/IcuSupport.h"
 #include "foundation/Texts.h"
 
 namespace tallyvane::cli {
@@ -20,7 +21,7 @@ std::string inLocale(const Region& region, double example) {
 }
 
 bool namesACurrency(const std::string& text) {
-  const auto unicode = icu::UnicodeString::fromUTF8(text);
+  const icu::UnicodeString unicode = unicodeOf(text);
   for (std::int32_t at = 0; at < unicode.length(); at = unicode.moveIndex32(at, 1)) {
     const UChar32 character = unicode.char32At(at);
     if (u_isalpha(character) || u_charType(character) == U_CURRENCY_SYMBOL) return true;

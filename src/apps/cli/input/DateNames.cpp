@@ -21,9 +21,7 @@ using Symbols = icu::DateFormatSymbols;
 // because not everybody types it.
 void addNames(std::vector<NumberedName>& to, const icu::UnicodeString* names, int count, int offset) {
   for (int i = 0; i < count; ++i) {
-    std::string utf8;
-    names[i].toUTF8String(utf8);
-    std::string name = plainText(utf8);
+    std::string name = plainText(utf8Of(names[i]));
     while (name.ends_with('.')) name.pop_back();
     if (!name.empty()) to.emplace_back(std::move(name), i + offset);
   }

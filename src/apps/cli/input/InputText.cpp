@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "cli/Similar.h"
+#include "foundation/IcuSupport.h"
 
 namespace tallyvane::cli {
 
@@ -45,11 +46,8 @@ std::optional<int> countOf(std::string_view word) {
 }  // namespace
 
 std::string plainText(std::string_view text) {
-  std::string folds = folded(text);
-  std::string utf8;
-  withAsciiDigits(icu::UnicodeString::fromUTF8(folds)).toUTF8String(utf8);
   std::string plain;
-  for (const char c : utf8) {
+  for (const char c : utf8Of(withAsciiDigits(unicodeOf(folded(text))))) {
     const bool isBlank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
     if (!isBlank)
       plain += c;

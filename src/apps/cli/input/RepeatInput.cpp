@@ -9,12 +9,11 @@
 
 #include "cli/input/InputText.h"
 #include "common/Sentences.h"
+#include "schedule/RepeatRule.h"
 
 namespace tallyvane::cli {
 
 namespace {
-
-enum UnitKind { weeks = 0, twicePerMonth = 1, months = 2, days = 3, never = 4 };
 
 struct Rule {
   std::string_view words;  // without blanks and hyphens
@@ -81,7 +80,7 @@ std::optional<Rule> countedRule(std::string_view words) {
 Result<Array> readRepeat(std::string_view text) {
   constexpr int mostUnits = 1000;
   const std::string plain = plainText(text);
-  if (const auto rule = namedRule(plain)) return Array{rule->count, static_cast<int>(rule->kind)};
+  if (const auto rule = namedRule(plain)) return Array{rule->count, static_cast<std::int64_t>(rule->kind)};
   const auto rule = countedRule(plain);
   if (!rule)
     return Error{sentence(
@@ -90,7 +89,7 @@ Result<Array> readRepeat(std::string_view text) {
   if (rule->count < 1 || rule->count > mostUnits)
     return Error{
         sentence("\"{}\" cannot be kept: a bill repeats every 1 to {} days, weeks or months.", text, mostUnits)};
-  return Array{rule->count, static_cast<int>(rule->kind)};
+  return Array{rule->count, static_cast<std::int64_t>(rule->kind)};
 }
 
 }  // namespace tallyvane::cli
