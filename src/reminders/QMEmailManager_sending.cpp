@@ -5,6 +5,7 @@
 #include "net/QMFormDataRequest.h"
 #include "reminders/QMEmailManager.h"
 #include "storage/Keys.h"
+#include "storage/Settings.h"
 
 namespace tallyvane {
 
@@ -146,9 +147,7 @@ std::string QMEmailManager::serviceAddress() const {
 }
 
 std::string QMEmailManager::recipient() const {
-  const std::optional<Value> stored = platform_->defaults.object(key::LEMAddress);
-  const auto* address = stored ? stored->get<std::string>() : nullptr;
-  return address == nullptr ? std::string() : *address;
+  return settingOf<std::string>(platform_->defaults, key::LEMAddress).value_or(std::string());
 }
 
 }  // namespace tallyvane

@@ -26,9 +26,8 @@ void note(Log& log, std::string_view what, const Result<>& outcome) {
 
 /// The title at the chosen place of the user's list; "Tallyvane" when the place is outside it, nothing without a list.
 std::optional<std::string> chosenCalendar(UserDefaults& defaults) {
-  const std::optional<Value> stored = defaults.object(key::CalendarList);
-  const Array* list = stored ? stored->get<Array>() : nullptr;
-  if (list == nullptr) return std::nullopt;
+  const std::optional<Array> list = settingOf<Array>(defaults, key::CalendarList);
+  if (!list) return std::nullopt;
   const auto index = static_cast<std::uint32_t>(int32Setting(defaults, key::ReminderCalendarNumber));
   if (index >= list->size()) return "Tallyvane";
   const auto* title = (*list)[index].get<std::string>();
@@ -187,9 +186,8 @@ std::optional<Date> QMReminderManager::calculateAlarmDateWithBill(const Dictiona
   if (due == nullptr) return std::nullopt;
   const Calendar& calendar = Calendar::of(platform_.region);
   const CivilDay day = addDays(calendar.civilDay(*due), -std::int64_t{int32Value(bill, key::ReminderDays)});
-  const std::optional<Value> stored = platform_.defaults.object(key::ReminderTime);
-  const Date* time = stored ? stored->get<Date>() : nullptr;
-  if (time == nullptr) return calendar.wallTime(day, defaultHour, 0);
+  const std::optional<Date> time = settingOf<Date>(platform_.defaults, key::ReminderTime);
+  if (!time) return calendar.wallTime(day, defaultHour, 0);
   const DateFields fields = calendar.fields(*time);
   return calendar.wallTime(day, fields.hour, fields.minute);
 }

@@ -37,13 +37,12 @@ void QMBillsLoader::saveDataForExtensionWithBills(const std::vector<Dictionary>&
 std::vector<Dictionary> QMBillsLoader::loadBillsForExtension() {
   UserDefaults* group = platform_.groupDefaults;
   if (group != nullptr) (void)group->synchronize();
-  const std::optional<Value> snapshot = group == nullptr ? std::nullopt : group->object(key::ActiveBills);
-  const Array* stored = snapshot ? snapshot->get<Array>() : nullptr;
+  const auto stored = group == nullptr ? std::nullopt : settingOf<Array>(*group, key::ActiveBills);
   Log& log = platform_.log;
-  log.line("Bills.count " + std::to_string(stored == nullptr ? 0 : stored->size()));
+  log.line("Bills.count " + std::to_string(stored ? stored->size() : 0));
 
   std::vector<Dictionary> kept;
-  if (stored == nullptr) return kept;
+  if (!stored) return kept;
   for (const Value& element : *stored) {
     Dictionary row = element.is<Dictionary>() ? *element.get<Dictionary>() : Dictionary();
     log.line("OK1");

@@ -3,16 +3,11 @@
 #include "storage/NewestBackup.h"
 #include "storage/QMBillsLoader.h"
 #include "storage/QMUIDMaker.h"
+#include "storage/Settings.h"
 
 namespace tallyvane {
 
 namespace {
-
-std::optional<Date> dateSetting(UserDefaults& defaults, std::string_view key) {
-  const std::optional<Value> stored = defaults.object(key);
-  const Date* date = stored ? stored->get<Date>() : nullptr;
-  return date == nullptr ? std::nullopt : std::optional(*date);
-}
 
 std::string errorText(const Result<>& outcome) { return outcome ? "(null)" : outcome.error(); }
 
@@ -21,7 +16,7 @@ std::string errorText(const Result<>& outcome) { return outcome ? "(null)" : out
 void QMBillsLoader::backupDatabase() {
   platform_.log.line("Starting Backup");
   const Date now = platform_.clock.now();
-  const std::optional<Date> last = dateSetting(platform_.defaults, key::LastBackup);
+  const std::optional<Date> last = settingOf<Date>(platform_.defaults, key::LastBackup);
   if (last && normalizedDate(*last) == normalizedDate(now))
     return platform_.log.line("Database already backed Up today");
 
@@ -57,7 +52,7 @@ bool QMBillsLoader::restoreDatabase() {
 }
 
 std::string QMBillsLoader::lastBackedUpNaturalDate() {
-  const Date last = dateSetting(platform_.defaults, key::LastBackup).value_or(distantPast);
+  const Date last = settingOf<Date>(platform_.defaults, key::LastBackup).value_or(distantPast);
   return createDueDateStringWithDate(normalizedDate(last));
 }
 

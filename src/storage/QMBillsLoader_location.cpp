@@ -22,11 +22,9 @@ std::optional<std::string> QMBillsLoader::tallyvaneDirectory() {
   if (!boolSetting(platform_.defaults, key::CustomLocationEnabled)) {
     return createdFolder(files, files.applicationSupportFolder() + "/Tallyvane/" + std::string(dataFolderName));
   }
-  const std::optional<Value> stored = platform_.defaults.object(key::CustomLocationTempPath);
-  const auto* cached = stored ? stored->get<std::string>() : nullptr;
+  const auto cached = settingOf<std::string>(platform_.defaults, key::CustomLocationTempPath);
   // Who switches a location on sets the cache to "", or there is none; and what is cached is not checked. Deliberate.
-  if (cached == nullptr) return std::nullopt;
-  if (!cached->empty()) return *cached;
+  if (!cached || !cached->empty()) return cached;
 
   const std::optional<std::string> path = dataFolderOfBookmark();
   // What fails to be cached is only resolved again.
@@ -52,9 +50,8 @@ std::optional<std::string> QMBillsLoader::dataFolderOfBookmark() {
 
 std::optional<std::string> QMBillsLoader::resolvedBookmark() {
   platform_.log.line("Resolving Bookmark");
-  const std::optional<Value> stored = platform_.defaults.object(key::CustomLocationBookmark);
-  const Data* bookmark = stored ? stored->get<Data>() : nullptr;
-  return bookmark == nullptr ? std::nullopt : platform_.bookmarks.resolve(*bookmark);
+  const auto bookmark = settingOf<Data>(platform_.defaults, key::CustomLocationBookmark);
+  return bookmark ? platform_.bookmarks.resolve(*bookmark) : std::nullopt;
 }
 
 std::optional<std::string> QMBillsLoader::tallyvaneDropboxFolder() {

@@ -10,6 +10,7 @@
 #include "storage/Keys.h"
 #include "storage/NewestBackup.h"
 #include "storage/QMBillsLoader.h"
+#include "storage/Settings.h"
 
 namespace tallyvane::programs {
 
@@ -51,9 +52,8 @@ Result<BackupOutcome> backUpToday(const Platform& platform) {
 
 bool isBackedUpToday(const Platform& platform) {
   const QMBillsLoader loader{platform};
-  const std::optional<Value> last = platform.defaults.object(key::LastBackup);
-  const Date* date = last ? last->get<Date>() : nullptr;
-  return date != nullptr && loader.normalizedDate(*date) == loader.normalizedDate(platform.clock.now());
+  const std::optional<Date> date = settingOf<Date>(platform.defaults, key::LastBackup);
+  return date && loader.normalizedDate(*date) == loader.normalizedDate(platform.clock.now());
 }
 
 std::string sizeText(std::uint64_t bytes) {

@@ -6,6 +6,7 @@
 #include "foundation/Calendar.h"
 #include "freedesktop/PosixPaths.h"
 #include "storage/Keys.h"
+#include "storage/Settings.h"
 
 namespace tallyvane::programs {
 
@@ -36,9 +37,8 @@ void DesktopPlatform::endRequests() {
 }
 
 std::string DesktopPlatform::calendarFolder() {
-  const std::optional<Value> chosen = defaults_.object(key::CalendarFolder);
-  const auto* path = chosen ? chosen->get<std::string>() : nullptr;
-  return path == nullptr || path->empty() ? paths_.calendars : withoutTrailingSlashes(*path);
+  const auto path = settingOf<std::string>(defaults_, key::CalendarFolder);
+  return !path || path->empty() ? paths_.calendars : withoutTrailingSlashes(*path);
 }
 
 Dictionary firstValues(const Region& region) {

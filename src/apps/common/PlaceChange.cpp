@@ -123,9 +123,8 @@ std::string dataFolderAt(const Platform& platform, const Place& place) {
 
 Place currentPlace(const Platform& platform) {
   if (!boolSetting(platform.defaults, key::CustomLocationEnabled)) return {};
-  const std::optional<Value> stored = platform.defaults.object(key::CustomLocationBookmark);
-  const Data* bookmark = stored ? stored->get<Data>() : nullptr;
-  return {bookmark == nullptr ? std::nullopt : platform.bookmarks.resolve(*bookmark),
+  const auto bookmark = settingOf<Data>(platform.defaults, key::CustomLocationBookmark);
+  return {bookmark ? platform.bookmarks.resolve(*bookmark) : std::nullopt,
           boolSetting(platform.defaults, key::DropboxSyncEnabled)};
 }
 
@@ -140,9 +139,8 @@ Result<> changePlace(const Platform& platform, const Place& place, Carrying carr
 }
 
 std::optional<PlaceChange> begunPlaceChange(const Platform& platform) {
-  const std::optional<Value> stored = platform.defaults.object(key::PlaceChange);
-  const Dictionary* entry = stored ? stored->get<Dictionary>() : nullptr;
-  if (entry == nullptr) return std::nullopt;
+  const auto entry = settingOf<Dictionary>(platform.defaults, key::PlaceChange);
+  if (!entry) return std::nullopt;
   PlaceChange change{entry->valueOr(fromKey, std::string()), entry->valueOr(toKey, std::string()), {}, Carrying::adopt};
   if (const auto* folder = entry->get<std::string>(folderKey)) change.place.folder = *folder;
   change.place.dropbox = entry->valueOr(dropboxKey, false);

@@ -11,6 +11,7 @@
 #include "common/Sentences.h"
 #include "storage/NewestBackup.h"
 #include "storage/QMBillsLoader.h"
+#include "storage/Settings.h"
 
 namespace tallyvane::cli {
 
@@ -27,9 +28,7 @@ struct Newest {
 };
 
 Newest newest(const Platform& platform) {
-  Newest backup{{}, newestBackup(platform), {}, {}};
-  const std::optional<Value> last = platform.defaults.object(key::LastBackup);
-  if (const Date* day = last ? last->get<Date>() : nullptr) backup.day = *day;
+  Newest backup{settingOf<Date>(platform.defaults, key::LastBackup), newestBackup(platform), {}, {}};
   if (!backup.folder || !platform.files.isFolder(*backup.folder)) return backup;
   backup.bills = programs::billsListedIn(platform, *backup.folder);
   if (const Result<std::uint64_t> size = platform.files.copySize(*backup.folder)) backup.bytes = *size;

@@ -68,9 +68,8 @@ void requireStored(const Result<>& stored) {
 
 /// Switching the custom location on without a folder would leave the programs with no data folder at all.
 void requireCustomFolder(const Platform& platform) {
-  const std::optional<Value> found = platform.defaults.object(key::CustomLocationTempPath);
-  const bool wasFound = found && found->is<std::string>() && !found->get<std::string>()->empty();
-  if (wasFound || platform.defaults.object(key::CustomLocationBookmark)) return;
+  const auto found = settingOf<std::string>(platform.defaults, key::CustomLocationTempPath);
+  if ((found && !found->empty()) || platform.defaults.object(key::CustomLocationBookmark)) return;
   couldNot(sentence("Name the folder first: {}", "tallyvane settings set QMCustomLocationBookmark FOLDER"));
 }
 
