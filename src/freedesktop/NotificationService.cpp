@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/Markup.h"
+
 namespace tallyvane {
 
 namespace {
@@ -36,23 +38,6 @@ std::string ownerOf(sdbus::IConnection& connection, const std::string& name) {
     if (error.getName() != "org.freedesktop.DBus.Error.NameHasNoOwner") throw;
   }
   return owner;
-}
-
-/// The text may be read as markup.
-std::string escaped(const std::string& text) {
-  std::string written;
-  for (const char c : text) {
-    if (c == '&') {
-      written += "&amp;";
-    } else if (c == '<') {
-      written += "&lt;";
-    } else if (c == '>') {
-      written += "&gt;";
-    } else {
-      written += c;
-    }
-  }
-  return written;
 }
 
 std::map<std::string, sdbus::Variant> hintsFor(const UserNotification& notification) {
@@ -126,7 +111,7 @@ void NotificationService::show(const UserNotification& notification, Answered an
   if (notification.hasActionButton) actions = {viewAction, notification.actionButtonTitle};
   auto call = service_->createMethodCall(serviceName, "Notify");
   call << std::string("Tallyvane") << replacingNone << std::string("com.Quillmoor.Tallyvane") << notification.title
-       << escaped(notification.informativeText) << actions << hintsFor(notification) << untilDealtWith;
+       << markupEscaped(notification.informativeText) << actions << hintsFor(notification) << untilDealtWith;
   const auto answer = [this, answered = std::move(answered)](sdbus::MethodReply& reply, const sdbus::Error* error) {
     if (error != nullptr) return answered(Error{error->getMessage()});
     std::uint32_t number = 0;

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "cli/DisplayText.h"
+#include "foundation/Markup.h"
 #include "foundation/NumberReading.h"
 #include "storage/Keys.h"
 
@@ -29,21 +30,7 @@ std::string_view svgColourOf(const GraphBar& bar) {
   return bar.image == "blackbar.png" ? "#2b2b2b" : "#b3b3b3";
 }
 
-std::string escaped(std::string_view text) {
-  std::string result;
-  for (const char c : printable(text)) {
-    if (c == '&') {
-      result += "&amp;";
-    } else if (c == '<') {
-      result += "&lt;";
-    } else if (c == '>') {
-      result += "&gt;";
-    } else {
-      result += c;
-    }
-  }
-  return result;
-}
+std::string escaped(std::string_view text) { return markupEscaped(printable(text)); }
 
 /// One bar with its amount above, turned upwards, and its label below.
 std::string svgBar(const GraphBar& bar, double x, double plotTop) {

@@ -8,6 +8,7 @@
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "common/Sentences.h"
+#include "foundation/Markup.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {
@@ -30,25 +31,9 @@ Snapshot readSnapshot(const Platform& platform) {
   return snapshot;
 }
 
-/// The panel reads texts as markup.
-std::string escapedForMarkup(const std::string& text) {
-  std::string escaped;
-  for (const char c : text) {
-    if (c == '&') {
-      escaped += "&amp;";
-    } else if (c == '<') {
-      escaped += "&lt;";
-    } else if (c == '>') {
-      escaped += "&gt;";
-    } else {
-      escaped += c;
-    }
-  }
-  return escaped;
-}
-
+/// The panel reads it as markup.
 std::string tooltipLine(const Dictionary& row) {
-  return escapedForMarkup(
+  return markupEscaped(
       printable(row.valueOr(key::Name, std::string()) + ": " + row.valueOr(key::HumanDueDate, std::string())));
 }
 
