@@ -9,6 +9,8 @@
 #include <limits>
 #include <optional>
 
+#include "foundation/Ascii.h"
+#include "foundation/Base64.h"
 #include "foundation/PropertyListCharacters.h"
 
 namespace tallyvane {
@@ -32,15 +34,11 @@ bool takeSign(std::string_view& text) {
 }
 
 std::optional<double> realOfWord(std::string_view word) {
-  std::string lower(word);
-  std::transform(lower.begin(), lower.end(), lower.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  const std::string lower = lowerAscii(word);
   if (lower == "nan") return std::numeric_limits<double>::quiet_NaN();
   if (lower == "inf" || lower == "infinity") return std::numeric_limits<double>::infinity();
   return std::nullopt;
 }
-
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
 unsigned numberOfDigits(std::string_view digits) {
   unsigned number = 0;
@@ -51,13 +49,12 @@ unsigned numberOfDigits(std::string_view digits) {
 /// Whether the text has a digit where the shape has a 0, and what the shape has elsewhere.
 bool hasShape(std::string_view text, std::string_view shape) {
   return std::equal(text.begin(), text.end(), shape.begin(), shape.end(), [](char character, char expected) {
-    return expected == '0' ? isDigit(character) : character == expected;
+    return expected == '0' ? isAsciiDigit(character) : character == expected;
   });
 }
 
 /// Which value each base64 character has; the others are told apart by numbers above 63.
 constexpr std::uint8_t blank = 64, padding = 65, foreign = 66;
-constexpr std::string_view base64Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 constexpr std::array<std::uint8_t, 256> base64Values = [] {
   std::array<std::uint8_t, 256> values{};
@@ -93,7 +90,7 @@ double realOfText(std::string_view text) {
   if (!number) {
     double read = 0;
     const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), read);
-    const bool startsAsNumber = !rest.empty() && (rest.front() == '.' || isDigit(rest.front()));
+    const bool startsAsNumber = !rest.empty() && (rest.front() == '.' || isAsciiDigit(rest.front()));
     if (!startsAsNumber || end != rest.data() + rest.size() || error == std::errc::invalid_argument)
       throw PropertyListFault{quoted(text) + " is not a number"};
     if (error != std::errc()) throw PropertyListFault{fmt::format("the number {} does not fit a double", quoted(text))};
@@ -174,15 +171,14 @@ void appendDate(std::string& to, Date date) {
   to.append(text, sizeof text - 1);
 }
 
-void appendBase64(std::string& to, const std::vector<std::uint8_t>& bytes, int depth) {
+void appendBase64Lines(std::string& to, const std::vector<std::uint8_t>& bytes, int depth) {
   constexpr std::size_t bytesPerLine = 76 / 4 * 3;
-  for (std::size_t i = 0; i < bytes.size(); i += 3) {
-    if (i % bytesPerLine == 0) to.append(static_cast<std::size_t>(depth), '\t');
-    const std::size_t here = std::min<std::size_t>(3, bytes.size() - i);
-    std::uint32_t group = 0;
-    for (std::size_t k = 0; k < 3; ++k) group = group << 8 | (k < here ? bytes[i + k] : 0U);
-    for (std::size_t k = 0; k < 4; ++k) to.push_back(k <= here ? base64Digits[group >> (18 - 6 * k) & 0x3FU] : '=');
-    if ((i + 3) % bytesPerLine == 0 || i + 3 >= bytes.size()) to.push_back('\n');
+  std::string_view rest(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  while (!rest.empty()) {
+    to.append(static_cast<std::size_t>(depth), '\t');
+    appendBase64(to, rest.substr(0, bytesPerLine));
+    to.push_back('\n');
+    rest.remove_prefix(std::min(bytesPerLine, rest.size()));
   }
 }
 

@@ -27,6 +27,6 @@ void appendReal(std::string& to, double number);
 /// A date outside the years 1 to 9999 becomes the nearest end of them.
 void appendDate(std::string& to, Date date);
 /// Lines of 76 characters, each after `depth` tabs and ended by a line feed.
-void appendBase64(std::string& to, const std::vector<std::uint8_t>& bytes, int depth);
+void appendBase64Lines(std::string& to, const std::vector<std::uint8_t>& bytes, int depth);
 
 }  // namespace tallyvane

@@ -55,7 +55,7 @@ class Writer {
 
   void element(const Data& data, int depth) {
     out_ += "<data>\n";
-    appendBase64(out_, data.bytes, depth);
+    appendBase64Lines(out_, data.bytes, depth);
     indent(depth);
     out_ += "</data>";
   }

@@ -2,10 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 
+#include "foundation/Base64.h"
 #include "freedesktop/FileDescriptor.h"
 #include "freedesktop/PosixPaths.h"
 
@@ -15,26 +14,14 @@ namespace {
 
 constexpr std::size_t mostDigits = 3;
 
-std::string base64(std::string_view bytes) {
-  constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  const auto byteAt = [&](std::size_t i) -> std::uint32_t {
-    return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0;
-  };
-  std::string text;
-  for (std::size_t i = 0; i < bytes.size(); i += 3) {
-    const std::uint32_t group = byteAt(i) << 16 | byteAt(i + 1) << 8 | byteAt(i + 2);
-    for (std::size_t digit = 0; digit < 4; ++digit)
-      text += i + digit > bytes.size() ? '=' : alphabet[group >> (18 - 6 * digit) & 63];
-  }
-  return text;
-}
-
 /// Drawn at twice the 22 pixels of a usual panel: the picture, and over its lower right corner a badge that grows with
 /// the digits, so that they stay as large as they can.
 std::string drawing(std::string_view png, std::string_view digits) {
   const int width = digits.size() == 1 ? 24 : digits.size() == 2 ? 34 : 44;
   const int fontSize = digits.size() == 3 ? 23 : 25;
   const int left = 44 - width;
+  std::string encoded;
+  appendBase64(encoded, png);
   return fmt::format(
       R"(<svg xmlns="http://www.w3.org/2000/svg" xmlns:xlink="http://www.w3.org/1999/xlink" width="44" height="44" viewBox="0 0 44 44">
 <image width="44" height="44" xlink:href="data:image/png;base64,{}"/>
@@ -42,7 +29,7 @@ std::string drawing(std::string_view png, std::string_view digits) {
 <text x="{}" y="40" text-anchor="middle" font-family="sans-serif" font-weight="bold" font-size="{}" fill="#ffffff">{}</text>
 </svg>
 )",
-      base64(png), left, width, left + width / 2, fontSize, digits);
+      encoded, left, width, left + width / 2, fontSize, digits);
 }
 
 }  // namespace
