@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 
+#include "foundation/Ascii.h"
 #include "foundation/Calendar.h"
 #include "foundation/NumberReading.h"
 #include "foundation/Texts.h"
@@ -27,7 +28,7 @@ bool hasCode(const Value& repeat) {
   if (text == nullptr) return canReadNumber(repeat);
   std::size_t first = text->find_first_not_of(" \t\n\v\f\r");
   if (first != std::string::npos && ((*text)[first] == '-' || (*text)[first] == '+')) ++first;
-  return first < text->size() && (*text)[first] >= '0' && (*text)[first] <= '9';
+  return first < text->size() && isAsciiDigit((*text)[first]);
 }
 
 bool paysByDay(std::optional<std::uint32_t> code) { return code && *code <= 1; }

@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "foundation/Ascii.h"
+
 namespace tallyvane {
 
 namespace {
@@ -9,8 +11,7 @@ namespace {
 constexpr std::string_view scheme = "file://";
 
 bool standsAsItIs(char c) {
-  const bool alphanumeric = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-  return alphanumeric || std::string_view("/-._~!$&'()*+,;=:@").find(c) != std::string_view::npos;
+  return isAsciiAlphanumeric(c) || std::string_view("/-._~!$&'()*+,;=:@").find(c) != std::string_view::npos;
 }
 
 /// Nothing when a per cent sign is not followed by two hexadecimal digits, or stands for a null byte.

@@ -7,10 +7,10 @@
 #include <string>
 #include <variant>
 
+#include "foundation/Ascii.h"
+
 namespace tallyvane {
 namespace {
-
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
 std::string_view withoutBlanks(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t\n\v\f\r");
@@ -22,7 +22,7 @@ std::size_t signLength(std::string_view text) {
 }
 
 std::size_t skipDigits(std::string_view text, std::size_t at) {
-  while (at < text.size() && isDigit(text[at])) ++at;
+  while (at < text.size() && isAsciiDigit(text[at])) ++at;
   return at;
 }
 
@@ -72,7 +72,7 @@ bool booleanOf(std::string_view text) {
   const std::size_t first = text.find_first_not_of('0');
   if (first == std::string_view::npos) return false;
   const char character = text[first];
-  return isDigit(character) || character == 'Y' || character == 'y' || character == 'T' || character == 't';
+  return isAsciiDigit(character) || character == 'Y' || character == 'y' || character == 'T' || character == 't';
 }
 
 template <typename Integer>

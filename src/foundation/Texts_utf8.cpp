@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "foundation/Ascii.h"
 #include "foundation/Texts.h"
 
 namespace tallyvane {
@@ -31,8 +32,6 @@ UChar32 nextCharacter(std::string_view bytes, std::size_t& at) {
 #pragma GCC diagnostic pop
   return character;
 }
-
-char lowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 }  // namespace
 

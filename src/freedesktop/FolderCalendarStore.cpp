@@ -8,6 +8,7 @@
 #include <iterator>
 #include <utility>
 
+#include "foundation/Ascii.h"
 #include "foundation/Calendar.h"
 
 namespace tallyvane {
@@ -22,7 +23,7 @@ std::string folderNameFor(std::string_view title) {
   constexpr std::size_t longest = 40;
   std::string name;
   for (const char c : title.substr(0, longest)) {
-    const bool isPlain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+    const bool isPlain = isAsciiAlphanumeric(c);
     if (isPlain) name += c;
     if (!isPlain && !name.empty() && name.back() != '-') name += '-';
   }

@@ -1,6 +1,6 @@
 #include "freedesktop/KeyFile.h"
 
-#include <algorithm>
+#include "freedesktop/TextParts.h"
 
 namespace tallyvane {
 
@@ -42,9 +42,7 @@ std::string_view KeyFileGroup::value(std::string_view key) const {
 KeyFile::KeyFile(std::string_view text) {
   KeyFileGroup* current = nullptr;
   while (!text.empty()) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    const std::string_view line = trimmed(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
+    const std::string_view line = trimmed(takeUpTo(text, '\n'));
     if (line.empty() || line.front() == '#') continue;
     if (line.front() == '[' && line.back() == ']') {
       current = &groupNamed(line.substr(1, line.size() - 2));

@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <utility>
 
+#include "foundation/Ascii.h"
+#include "freedesktop/TextParts.h"
+
 namespace tallyvane {
 
 namespace {
 
 bool isLower(char c) { return c >= 'a' && c <= 'z'; }
 bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isLanguage(std::string_view text) {
   return (text.size() == 2 || text.size() == 3) && std::all_of(text.begin(), text.end(), isLower);
@@ -17,15 +19,7 @@ bool isLanguage(std::string_view text) {
 
 bool isCountry(std::string_view text) {
   return (text.size() == 2 && std::all_of(text.begin(), text.end(), isUpper)) ||
-         (text.size() == 3 && std::all_of(text.begin(), text.end(), isDigit));
-}
-
-// What stands before the first `mark`; the text keeps what follows it.
-std::string_view takeUpTo(std::string_view& text, char mark) {
-  const std::size_t at = std::min(text.find(mark), text.size());
-  const std::string_view front = text.substr(0, at);
-  text.remove_prefix(std::min(at + 1, text.size()));
-  return front;
+         (text.size() == 3 && std::all_of(text.begin(), text.end(), isAsciiDigit));
 }
 
 // Modifiers that change how texts look. The others, such as the currency of "@euro", say nothing that the country

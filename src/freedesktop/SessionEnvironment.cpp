@@ -2,9 +2,9 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-
+#include "foundation/Ascii.h"
 #include "freedesktop/PosixPaths.h"
+#include "freedesktop/TextParts.h"
 
 namespace tallyvane {
 
@@ -15,9 +15,7 @@ constexpr std::string_view systemProgramFolders = "/usr/local/bin:/usr/bin:/bin"
 std::vector<std::string> partsOf(std::string_view list) {
   std::vector<std::string> parts;
   while (!list.empty()) {
-    const std::size_t colon = std::min(list.find(':'), list.size());
-    if (colon > 0) parts.emplace_back(list.substr(0, colon));
-    list.remove_prefix(std::min(colon + 1, list.size()));
+    if (const std::string_view part = takeUpTo(list, ':'); !part.empty()) parts.emplace_back(part);
   }
   return parts;
 }
@@ -38,10 +36,7 @@ std::vector<std::string> withOwnFirst(const std::string& own, std::vector<std::s
 
 std::vector<std::string> lowerCaseParts(std::string_view list) {
   std::vector<std::string> parts = partsOf(list);
-  for (std::string& part : parts) {
-    std::transform(part.begin(), part.end(), part.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  }
+  for (std::string& part : parts) part = lowerAscii(part);
   return parts;
 }
 
@@ -52,8 +47,7 @@ std::string escapedForAddress(std::string_view path) {
   std::string escaped;
   for (const char c : path) {
     const auto byte = static_cast<unsigned char>(c);
-    const bool alphanumeric = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    if (alphanumeric || plain.find(c) != std::string_view::npos) {
+    if (isAsciiAlphanumeric(c) || plain.find(c) != std::string_view::npos) {
       escaped += c;
     } else {
       escaped.append({'%', digits[byte >> 4], digits[byte & 15]});

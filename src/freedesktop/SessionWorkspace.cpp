@@ -2,9 +2,11 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <algorithm>
 #include <map>
 #include <optional>
 
+#include "foundation/Ascii.h"
 #include "freedesktop/Spawn.h"
 #include "freedesktop/Terminal.h"
 
@@ -16,14 +18,10 @@ namespace {
 std::optional<std::string> schemeOf(std::string_view url) {
   const std::size_t colon = url.find(':');
   if (colon == std::string_view::npos || colon == 0) return std::nullopt;
-  std::string scheme(url.substr(0, colon));
-  for (char& c : scheme) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    const bool letter = c >= 'a' && c <= 'z';
-    const bool other = (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
-    if (!letter && (&c == scheme.data() || !other)) return std::nullopt;
-  }
-  return scheme;
+  const std::string_view scheme = url.substr(0, colon);
+  const auto isPart = [](char c) { return isAsciiAlphanumeric(c) || c == '+' || c == '-' || c == '.'; };
+  if (!isAsciiLetter(scheme.front()) || !std::all_of(scheme.begin(), scheme.end(), isPart)) return std::nullopt;
+  return lowerAscii(scheme);
 }
 
 std::string secondsText(std::chrono::milliseconds limit) {

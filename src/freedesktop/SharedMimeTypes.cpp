@@ -1,28 +1,11 @@
 #include "freedesktop/SharedMimeTypes.h"
 
-#include <algorithm>
 #include <charconv>
 
+#include "foundation/Ascii.h"
+#include "freedesktop/TextParts.h"
+
 namespace tallyvane {
-
-namespace {
-
-std::string lowerCase(std::string_view text) {
-  std::string lower(text);
-  std::transform(lower.begin(), lower.end(), lower.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return lower;
-}
-
-/// Up to the delimiter, which is taken away too.
-std::string_view takeUpTo(std::string_view& text, char delimiter) {
-  const std::size_t end = std::min(text.find(delimiter), text.size());
-  const std::string_view taken = text.substr(0, end);
-  text.remove_prefix(std::min(end + 1, text.size()));
-  return taken;
-}
-
-}  // namespace
 
 SharedMimeTypes::SharedMimeTypes(const XdgFolders& folders, FileStore& files) : files_(files) {
   globFiles_.push_back(folders.dataHome + "/mime/globs2");
@@ -34,7 +17,7 @@ std::optional<std::string> SharedMimeTypes::typeForExtension(std::string_view ex
     for (std::size_t folder = 0; folder < globFiles_.size(); ++folder) readGlobs(folder);
     wasRead_ = true;
   }
-  const auto found = types_.find(lowerCase(extension));
+  const auto found = types_.find(lowerAscii(extension));
   return found == types_.end() ? std::nullopt : std::optional(found->second.type);
 }
 
@@ -56,7 +39,7 @@ void SharedMimeTypes::note(std::string_view line, std::size_t folder) {
   if (error != std::errc() || isForOneCase || type.empty() || !pattern.starts_with("*.")) return;
   pattern.remove_prefix(2);
   if (pattern.empty() || pattern.find_first_of("*?[") != std::string_view::npos) return;
-  const auto [known, isNew] = types_.try_emplace(lowerCase(pattern), Known{std::string(type), weight, folder});
+  const auto [known, isNew] = types_.try_emplace(lowerAscii(pattern), Known{std::string(type), weight, folder});
   const bool isBetter = !isNew && known->second.folder == folder && weight > known->second.weight;
   if (isBetter) known->second = Known{std::string(type), weight, folder};
 }

@@ -4,14 +4,14 @@
 #include <algorithm>
 #include <string_view>
 
+#include "foundation/Ascii.h"
 #include "platform/HttpTransport.h"
 
 namespace tallyvane {
 
 [[nodiscard]] inline bool isSameHeader(std::string_view left, std::string_view right) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [&](char a, char b) { return lower(a) == lower(b); });
+                    [](char a, char b) { return lowerAscii(a) == lowerAscii(b); });
 }
 
 /// The value of the last header of this name; empty when there is none.

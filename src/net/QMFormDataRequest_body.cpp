@@ -1,6 +1,7 @@
 // Section 2 of QMFormDataRequest: the body.
 #include <algorithm>
 
+#include "foundation/Ascii.h"
 #include "net/QMFormDataRequest.h"
 #include "storage/QMUIDMaker.h"
 
@@ -22,10 +23,7 @@ std::string percentEscape(char c) {
   return {'%', hexadecimal[byte >> 4U], hexadecimal[byte & 0x0FU]};
 }
 
-bool staysAsItIs(char c) {
-  const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-  return isLetter || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == '_';
-}
+bool staysAsItIs(char c) { return isAsciiAlphanumeric(c) || c == '-' || c == '.' || c == '_'; }
 
 }  // namespace
 

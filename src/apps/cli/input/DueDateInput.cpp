@@ -9,6 +9,7 @@
 #include "cli/input/DateNames.h"
 #include "cli/input/InputText.h"
 #include "common/Sentences.h"
+#include "foundation/Ascii.h"
 #include "foundation/Calendar.h"
 
 namespace tallyvane::cli {
@@ -18,12 +19,10 @@ namespace {
 // Nothing: the text has another form.
 using Reading = std::optional<Result<Date>>;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 // A part of a longer word: letters of any script; after or before a figure also figures.
 bool continues(char c, char nameEnd) {
   const bool isLetter = (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
-  return isLetter || (isDigit(c) && isDigit(nameEnd));
+  return isLetter || (isAsciiDigit(c) && isAsciiDigit(nameEnd));
 }
 
 std::vector<std::string> partsOf(const std::string& text) {
@@ -127,7 +126,7 @@ void findLonger(const std::string& text, const std::vector<NumberedName>& names,
 }
 
 void dropOrdinalEnding(std::string& part) {
-  if (part.size() < 3 || !isDigit(part[0])) return;
+  if (part.size() < 3 || !isAsciiDigit(part[0])) return;
   for (const char* ending : {"st", "nd", "rd", "th"})
     if (part.ends_with(ending)) part.resize(part.size() - 2);
 }

@@ -8,13 +8,12 @@
 #include <iterator>
 
 #include "cli/Similar.h"
+#include "foundation/Ascii.h"
 #include "foundation/IcuSupport.h"
 
 namespace tallyvane::cli {
 
 namespace {
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 icu::UnicodeString withAsciiDigits(const icu::UnicodeString& text) {
   icu::UnicodeString plain;
@@ -60,7 +59,8 @@ std::string plainText(std::string_view text) {
 
 std::optional<int> wholeNumber(std::string_view text) {
   constexpr std::size_t mostDigits = 6;
-  if (text.empty() || text.size() > mostDigits || !std::all_of(text.begin(), text.end(), isDigit)) return std::nullopt;
+  if (text.empty() || text.size() > mostDigits || !std::all_of(text.begin(), text.end(), isAsciiDigit))
+    return std::nullopt;
   int number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);
   return number;
@@ -68,7 +68,7 @@ std::optional<int> wholeNumber(std::string_view text) {
 
 std::optional<UnitCount> unitCount(std::string_view plain) {
   const auto unitBegin =
-      static_cast<std::size_t>(std::find_if_not(plain.begin(), plain.end(), isDigit) - plain.begin());
+      static_cast<std::size_t>(std::find_if_not(plain.begin(), plain.end(), isAsciiDigit) - plain.begin());
   const std::size_t blank = plain.find(' ');
   const bool hasBlank = blank != std::string_view::npos;
   const std::string_view count = plain.substr(0, hasBlank ? blank : unitBegin);
