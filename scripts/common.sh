@@ -38,6 +38,12 @@ build() {
     fail "Building build/$preset failed."
 }
 
+# The programs and all that is installed with them. What ./test builds beside them stays as it is.
+build_programs() {
+  configured_here release || configure release -DBUILD_TESTING=OFF
+  build release src/all resources/all po/all
+}
+
 # Only one command at a time builds in a folder.
 locked() {
   mkdir -p build
