@@ -128,7 +128,7 @@ TEST(NetworkModule, OnlyOneInATrustedPlaceIsLoaded) {
   std::filesystem::permissions(folder.path, std::filesystem::perms::owner_all);
   put(folder.path + "/text.so", "no module");
   EXPECT_THAT(reason(folder.path + "/text.so"), HasSubstr("cannot be loaded"));
-  EXPECT_EQ(httpModuleOf("/usr/bin/tallyvane"), "/usr/lib/tallyvane/tallyvane-http.so");
+  EXPECT_EQ(httpModuleOf("/usr/bin/tallyvane"), "/usr/lib/tallyvane/modules/tallyvane-http.so");
 }
 
 TEST(MailSettingsFile, TheUsersGoesBeforeTheSystemsAndThatBeforeTheBuilds) {
