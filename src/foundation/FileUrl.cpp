@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "foundation/Ascii.h"
+#include "foundation/Paths.h"
 
 namespace tallyvane {
 
@@ -57,7 +58,7 @@ std::optional<std::string> pathOfFileUrl(std::string_view url) {
   if (url.starts_with(localHost)) url.remove_prefix(localHost.size() - 1);
   if (!url.starts_with('/')) return std::nullopt;
   std::optional<std::string> path = percentDecoded(url);
-  while (path && path->size() > 1 && path->ends_with('/')) path->pop_back();
+  if (path) path = withoutTrailingSlashes(std::move(*path));
   return path;
 }
 

@@ -12,22 +12,6 @@ namespace {
 
 constexpr std::string_view systemProgramFolders = "/usr/local/bin:/usr/bin:/bin";
 
-std::vector<std::string> partsOf(std::string_view list) {
-  std::vector<std::string> parts;
-  while (!list.empty()) {
-    if (const std::string_view part = takeUpTo(list, ':'); !part.empty()) parts.emplace_back(part);
-  }
-  return parts;
-}
-
-std::vector<std::string> foldersOf(std::string_view list) {
-  std::vector<std::string> folders;
-  for (std::string& part : partsOf(list)) {
-    if (part.starts_with('/')) folders.push_back(withoutTrailingSlashes(std::move(part)));
-  }
-  return folders;
-}
-
 /// The user's folder, if there is one, before the system's.
 std::vector<std::string> withOwnFirst(const std::string& own, std::vector<std::string> system) {
   if (own.starts_with('/')) system.insert(system.begin(), own);
@@ -35,8 +19,10 @@ std::vector<std::string> withOwnFirst(const std::string& own, std::vector<std::s
 }
 
 std::vector<std::string> lowerCaseParts(std::string_view list) {
-  std::vector<std::string> parts = partsOf(list);
-  for (std::string& part : parts) part = lowerAscii(part);
+  std::vector<std::string> parts;
+  while (!list.empty()) {
+    if (const std::string_view part = takeUpTo(list, ':'); !part.empty()) parts.push_back(lowerAscii(part));
+  }
   return parts;
 }
 
@@ -67,7 +53,7 @@ SessionEnvironment SessionEnvironment::of(const Environment& environment) {
   SessionEnvironment session;
   session.configFolders = withOwnFirst(folders.configHome, folders.configDirs);
   session.dataFolders = withOwnFirst(folders.dataHome, folders.dataDirs);
-  session.programFolders = foldersOf(variable("PATH", systemProgramFolders));
+  session.programFolders = absoluteFoldersIn(variable("PATH", systemProgramFolders));
   session.desktops = lowerCaseParts(variable("XDG_CURRENT_DESKTOP"));
   session.terminal = variable("TERMINAL");
   const std::string runtime = variable("XDG_RUNTIME_DIR");

@@ -3,10 +3,10 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 
 #include "freedesktop/PosixPaths.h"
+#include "freedesktop/TextParts.h"
 
 namespace tallyvane {
 
@@ -19,18 +19,16 @@ std::optional<std::string> folderVariable(const Environment& environment, std::s
   return withoutTrailingSlashes(*value);
 }
 
-std::vector<std::string> absolutePartsOf(const std::string& list) {
+}  // namespace
+
+std::vector<std::string> absoluteFoldersIn(std::string_view list) {
   std::vector<std::string> folders;
-  for (std::size_t start = 0; start <= list.size();) {
-    const std::size_t colon = std::min(list.find(':', start), list.size());
-    std::string folder = list.substr(start, colon - start);
-    if (folder.starts_with('/')) folders.push_back(withoutTrailingSlashes(std::move(folder)));
-    start = colon + 1;
+  while (!list.empty()) {
+    const std::string_view part = takeUpTo(list, ':');
+    if (part.starts_with('/')) folders.push_back(withoutTrailingSlashes(std::string(part)));
   }
   return folders;
 }
-
-}  // namespace
 
 Environment processEnvironment() {
   return [](std::string_view name) -> std::optional<std::string> {
@@ -50,8 +48,8 @@ XdgFolders XdgFolders::of(const Environment& environment) {
   XdgFolders folders{.dataHome = folder("XDG_DATA_HOME", "/.local/share"),
                      .configHome = folder("XDG_CONFIG_HOME", "/.config"),
                      .stateHome = folder("XDG_STATE_HOME", "/.local/state"),
-                     .dataDirs = absolutePartsOf(environment("XDG_DATA_DIRS").value_or("")),
-                     .configDirs = absolutePartsOf(environment("XDG_CONFIG_DIRS").value_or(""))};
+                     .dataDirs = absoluteFoldersIn(environment("XDG_DATA_DIRS").value_or("")),
+                     .configDirs = absoluteFoldersIn(environment("XDG_CONFIG_DIRS").value_or(""))};
   if (folders.dataDirs.empty()) folders.dataDirs = {"/usr/local/share", "/usr/share"};
   if (folders.configDirs.empty()) folders.configDirs = {"/etc/xdg"};
   return folders;

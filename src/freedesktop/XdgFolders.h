@@ -14,6 +14,9 @@ using Environment = std::function<std::optional<std::string>(std::string_view na
 /// The process's own environment; a missing HOME is looked up among the system's users.
 [[nodiscard]] Environment processEnvironment();
 
+/// Those of a list with colons between them, without slashes at their ends; relative ones are left out.
+[[nodiscard]] std::vector<std::string> absoluteFoldersIn(std::string_view list);
+
 /// The user's base folders after the XDG base-directory standard, as absolute paths without a slash at their end. They
 /// need not exist. Where neither the variable nor HOME is an absolute path, a folder starts with "~" and with it every
 /// path made from it is relative, which every file operation refuses: nothing lands in some other folder.

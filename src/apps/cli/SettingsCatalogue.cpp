@@ -11,6 +11,7 @@
 #include "common/Sentences.h"
 #include "foundation/Calendar.h"
 #include "foundation/NumberReading.h"
+#include "foundation/Paths.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
 
@@ -52,13 +53,8 @@ Value pathInput(const Setting& setting, const std::string& text) {
 
 /// The folder that holds the data folder; naming the data folder itself means the same.
 Value folderInput(const Platform& platform, const Setting& setting, const std::string& text) {
-  std::string path = lineInput(text);
-  const auto dropSlashes = [&] {
-    while (path.size() > 1 && path.back() == '/') path.pop_back();
-  };
-  dropSlashes();
-  if (path.ends_with("/" + std::string(dataFolderName))) path.resize(path.size() - dataFolderName.size());
-  dropSlashes();
+  std::string path = withoutTrailingSlashes(lineInput(text));
+  if (path.ends_with("/" + std::string(dataFolderName))) path = withoutTrailingSlashes(parentOf(path));
   if (path.empty() || path.front() != '/') failKind(setting, text);
   if (!platform.files.isFolder(path)) couldNot(sentence("There is no folder {}.", path));
   return platform.bookmarks.bookmark(path);
