@@ -84,6 +84,8 @@ TEST(DueDates, IconsFollowDayHorizonAndPaymentType) {
       {0, 0, std::nullopt, "yellow5.png", "yellow5.png"},
       {86399, 0, std::nullopt, "yellow5.png", "yellow5.png"},
       {86400, 0, std::nullopt, "green5.png", "yellow5.png"},
+      {7 * 86400, 0, std::nullopt, "green5.png", "yellow5.png"},
+      {8 * 86400, 0, std::nullopt, "green5.png", "green5.png"},
       {7 * 86400, 0, 7, "yellow5.png", "yellow5.png"},
       {8 * 86400, 2, 7, "green5.png", "green5.png"},
       {8 * 86400, 0, 30, "yellow5.png", "yellow5.png"},

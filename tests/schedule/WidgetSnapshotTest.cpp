@@ -42,14 +42,6 @@ TEST(WidgetSnapshot, KeepsEveryRowSortedAndIsReadWithFreshTexts) {
   EXPECT_EQ(desktop.groupDefaults.object("ActiveBills"), Value(Array())) << "every list build replaces it";
 }
 
-TEST(WidgetSnapshot, TheHorizonIsSevenDaysWhereTheGroupHasNone) {
-  FakeDesktop desktop;
-  desktop.region.timeZone = "UTC";
-  desktop.groupDefaults.content.set("ActiveBills",
-                                    Array{bill("A", "In 7", daysFromToday(7)), bill("B", "In 8", daysFromToday(8))});
-  EXPECT_THAT(column(QMBillsLoader{desktop.platform}.loadBillsForExtension()), ElementsAre("In 7"));
-}
-
 TEST(WidgetSnapshot, ReadingLogsItsFixedLinesInOrder) {
   FakeDesktop desktop;
   desktop.groupDefaults.content.set("ActiveBills", Array{bill("A", "Rent", daysFromToday(0))});

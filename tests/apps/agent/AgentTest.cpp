@@ -79,13 +79,6 @@ TEST_F(AgentTest, CountsDaysInTheNewTimeZoneAfterAChange) {
   EXPECT_EQ(panel->registered.size(), 1U);
 }
 
-TEST_F(AgentTest, GivesItsItemToAPanelThatStartsAgain) {
-  startAgent();
-  panel->restart();
-  ASSERT_TRUE(panel->hasItem());
-  EXPECT_THAT(names(), ElementsAre("Water", "Rent"));
-}
-
 TEST_F(AgentTest, ShowsWhatIsChosenInATerminalOrAtItsWebAddress) {
   const NamedPipe window(session.folder.path + "/window");
   Dictionary site = bill("B", "Water", -2);
@@ -126,14 +119,10 @@ TEST_F(AgentTest, EndsCleanlyWhenAskedAndLeavesNoPictureBehind) {
   }
 }
 
-TEST_F(AgentTest, EndsCleanlyWhenTheBusGoes) {
+TEST_F(AgentTest, EndsCleanlyWhenTheBusGoesAndSaysSoWhereThereIsNone) {
   startAgent();
   session.endBus();
   EXPECT_EQ(agent->ended(), 0) << agent->said();
-}
-
-TEST_F(AgentTest, WithoutABusItSaysSoInOneSentence) {
-  session.endBus();
   agent = session.start({programs + "tallyvane-agent"});
   EXPECT_EQ(agent->ended(), 1);
   EXPECT_THAT(agent->said(), HasSubstr("tallyvane-agent: cannot run, for the session bus at unix:path="));

@@ -22,15 +22,6 @@ TEST_F(AgentMail, SendsADueReminderOnceAndNotAgainAfterARestart) {
   EXPECT_EQ(server.requests(), once);
 }
 
-TEST_F(AgentMail, AMessageOnItsWayAtTheEndIsPutBack) {
-  const SilentPort silent;
-  setUpService(silent.number());
-  startAgent();
-  ASSERT_TRUE(panel->until([&] { return !queue().empty() && pending().empty(); }));  // queued, then offered
-  EXPECT_TRUE(endsWell());
-  EXPECT_THAT(pending(), ElementsAre("Rent"));
-}
-
 TEST_F(AgentMail, AMessageOnItsWayIsNotLostWhoeverEndsOrKillsAProgram) {
   const auto start = [this](const char* program) {
     const bool isAgent = program == std::string("agent");
@@ -44,6 +35,7 @@ TEST_F(AgentMail, AMessageOnItsWayIsNotLostWhoeverEndsOrKillsAProgram) {
     const char* next;
   } cases[] = {{"check", SIGTERM, 1, "check"},
                {"check", SIGKILL, 1000 + SIGKILL, "agent"},
+               {"agent", SIGTERM, 0, "check"},
                {"agent", SIGKILL, 1000 + SIGKILL, "check"}};
   std::size_t sent = 0;
   for (const auto& c : cases) {
