@@ -22,11 +22,11 @@ std::optional<std::string> QMBillsLoader::tallyvaneDirectory() {
   if (!boolSetting(platform_.defaults, key::CustomLocationEnabled)) {
     return createdFolder(files, files.applicationSupportFolder() + "/Tallyvane/" + std::string(dataFolderName));
   }
-  const auto cached = settingOf<std::string>(platform_.defaults, key::CustomLocationTempPath);
+  auto cached = settingOf<std::string>(platform_.defaults, key::CustomLocationTempPath);
   // Who switches a location on sets the cache to "", or there is none; and what is cached is not checked. Deliberate.
   if (!cached || !cached->empty()) return cached;
 
-  const std::optional<std::string> path = dataFolderOfBookmark();
+  std::optional<std::string> path = dataFolderOfBookmark();
   // What fails to be cached is only resolved again.
   if (path) {
     (void)platform_.defaults.set(key::CustomLocationTempPath, *path);
