@@ -32,6 +32,7 @@ class PosixFileStore : public FileStore {
   [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override;
   Result<> copy(const std::string& from, const std::string& to) override;
   Result<> move(const std::string& from, const std::string& to) override;
+  void tellCopied(std::function<void(std::uint64_t)> tell) override { tellCopied_ = std::move(tell); }
   [[nodiscard]] Result<std::uint64_t> copySize(const std::string& path) override;
   [[nodiscard]] Result<std::uint64_t> freeSpace(const std::string& folder) override;
   Result<> remove(const std::string& path) override;
@@ -39,7 +40,10 @@ class PosixFileStore : public FileStore {
   [[nodiscard]] std::string applicationSupportFolder() override { return applicationSupportFolder_; }
 
  private:
+  Result<> copyTo(const std::string& from, const std::string& to, bool compares);
+
   std::string applicationSupportFolder_;
+  std::function<void(std::uint64_t)> tellCopied_;
 };
 
 }  // namespace tallyvane

@@ -23,8 +23,18 @@ Result<> outcome(const fs::path& path, const std::error_code& error) {
 /// What is copied is its owner's alone, whoever may read where it came from.
 constexpr mode_t ownersPart(mode_t mode, mode_t least) { return (mode & S_IRWXU) | least; }
 
+/// Counts what one copy has copied, and tells of it.
+struct Copied {
+  const std::function<void(std::uint64_t)>& tell;
+  std::uint64_t bytes = 0;
+  void add(std::size_t more) {
+    bytes += more;
+    if (tell) tell(bytes);
+  }
+};
+
 /// Errors name the file that could not be copied.
-Result<> copyFile(const std::string& from, const std::string& to) {
+Result<> copyFile(const std::string& from, const std::string& to, Copied& done) {
   // Should the file have become a pipe by now, opening it must not block.
   const FileDescriptor source(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
   struct stat status {};
@@ -38,33 +48,34 @@ Result<> copyFile(const std::string& from, const std::string& to) {
     if (count == 0) break;
     if (const int code = writeAll(target, {block.data(), static_cast<std::size_t>(count)}))
       return systemError(from, code);
+    done.add(static_cast<std::size_t>(count));
   }
   return ::fchmod(target.number(), ownersPart(status.st_mode, S_IRUSR | S_IWUSR)) == 0 ? Result<>() : systemError(from);
 }
 
-Result<> copyTree(const fs::path& from, const fs::path& to);
+Result<> copyTree(const fs::path& from, const fs::path& to, Copied& done);
 
-Result<> copyFolder(const fs::path& from, const fs::path& to) {
+Result<> copyFolder(const fs::path& from, const fs::path& to, Copied& done) {
   std::error_code error;
   if (::mkdir(to.c_str(), S_IRWXU) != 0) return systemError(from.string());
   for (fs::directory_iterator entry(from, error), end; !error && entry != end; entry.increment(error)) {
     const fs::path name = entry->path().filename();
     if (isTemporaryName(name.string())) continue;
-    if (Result<> copied = copyTree(entry->path(), to / name); !copied) return copied;
+    if (Result<> copied = copyTree(entry->path(), to / name, done); !copied) return copied;
   }
   return outcome(from, error);
 }
 
-Result<> copyTree(const fs::path& from, const fs::path& to) {
+Result<> copyTree(const fs::path& from, const fs::path& to, Copied& done) {
   std::error_code error;
   switch (fs::symlink_status(from, error).type()) {
     case fs::file_type::directory:
-      return copyFolder(from, to);
+      return copyFolder(from, to, done);
     case fs::file_type::symlink:
       fs::copy_symlink(from, to, error);
       break;
     case fs::file_type::regular:
-      return copyFile(from, to);
+      return copyFile(from, to, done);
     default:
       if (!error) return Error{from.string() + ": neither a file nor a folder"};
   }
@@ -184,7 +195,9 @@ bool isSameOrInside(const std::string& path, const std::string& folder) {
   }
 }
 
-Result<> copyTo(const std::string& from, const std::string& to, bool compares) {
+}  // namespace
+
+Result<> PosixFileStore::copyTo(const std::string& from, const std::string& to, bool compares) {
   for (const std::string& path : {from, to}) {
     if (auto error = refusal(path)) return *error;
   }
@@ -198,14 +211,13 @@ Result<> copyTo(const std::string& from, const std::string& to, bool compares) {
   Result<FolderTurn> turn = FolderTurn::take(parentOf(target));
   if (!turn) return Error{target + ": " + turn.error()};
   const CopyTemporary temporary(parentOf(target) + "/" + std::string(copyTemporaryName));
-  if (Result<> copied = copyTree(source, temporary.path); !copied) return copied;
+  Copied done{tellCopied_};
+  if (Result<> copied = copyTree(source, temporary.path, done); !copied) return copied;
   if (Result<> synced = turn->syncContents(); !synced) return synced;
   if (Result<> same = compares ? sameTree(source, temporary.path) : Result<>(); !same) return same;
   if (const int code = renamedToFreeName(temporary.path, target)) return systemError(target, code);
   return turn->syncFolder();
 }
-
-}  // namespace
 
 bool PosixFileStore::liesIn(const std::string& path, const std::string& folder) {
   return !refusal(path) && !refusal(folder) && isSameOrInside(path, folder);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,6 +54,9 @@ class FileStore {
   virtual Result<> copy(const std::string& from, const std::string& to) = 0;
   /// Likewise; across file systems it copies, compares, then removes.
   virtual Result<> move(const std::string& from, const std::string& to) = 0;
+  /// Whom to tell, from now on, of the bytes that a copy, or a move that copies, has copied since it began: now and
+  /// then while it goes on, within the call. An empty function is nobody.
+  virtual void tellCopied(std::function<void(std::uint64_t bytes)> tell) = 0;
   /// The room that such a copy takes, in bytes; an error also where something in it cannot be copied.
   [[nodiscard]] virtual Result<std::uint64_t> copySize(const std::string& path) = 0;
   /// The room, in bytes, that the user may still fill where this folder is.

@@ -33,6 +33,21 @@ TYPED_TEST(FileStoreContract, TemporariesGrowAndFilesAreReadInParts) {
   EXPECT_FALSE(this->store.readPart(*path, 0, 1));
 }
 
+TYPED_TEST(FileStoreContract, ACopyTellsHowManyBytesItHasCopied) {
+  this->save(this->root + "/one", std::string(70'000, '1'));
+  std::uint64_t last = 0;
+  this->store.tellCopied([&](std::uint64_t bytes) {
+    EXPECT_GT(bytes, last);
+    last = bytes;
+  });
+  ASSERT_TRUE(this->store.copy(this->root, this->root + "-copy"));
+  EXPECT_EQ(last, 70'000U);
+  this->store.tellCopied(nullptr);
+  EXPECT_TRUE(this->store.copy(this->root + "/one", this->root + "/other"));
+  EXPECT_EQ(last, 70'000U);
+  EXPECT_TRUE(this->store.remove(this->root + "-copy"));
+}
+
 TYPED_TEST(FileStoreContract, EmptyAndRelativePathsAreRefused) {
   const std::string good = this->root + "/file";
   this->save(good, "x");

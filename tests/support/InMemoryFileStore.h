@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <map>
+#include <optional>
 #include <ostream>
 #include <set>
 #include <string>
@@ -91,10 +93,16 @@ class InMemoryFileStore : public FileStore {
     for (const std::string& path : folders) {
       if (isAtOrBelow(path, from)) made.insert(to + path.substr(from.size()));
     }
+    std::uint64_t bytes = 0;
+    for (const auto& [path, file] : files) {
+      bytes += file.size();
+      if (tellCopied_) tellCopied_(bytes);
+    }
     content.merge(files);
     folders.merge(made);
     return {};
   }
+  void tellCopied(std::function<void(std::uint64_t)> tell) override { tellCopied_ = std::move(tell); }
   Result<> move(const std::string& from, const std::string& to) override {
     Result<> copied = copy(from, to);
     return copied ? remove(from) : copied;
@@ -147,6 +155,7 @@ class InMemoryFileStore : public FileStore {
   }
 
  private:
+  std::function<void(std::uint64_t)> tellCopied_;
   int temporaries_ = 0;
   static std::string normal(const std::string& path) {
     std::string text = std::filesystem::path(path).lexically_normal().string();
@@ -158,65 +167,93 @@ class InMemoryFileStore : public FileStore {
   }
 };
 
-/// Whether only the n-th call fails, or all from there on: to the files it is then as if the program had ended.
-enum class Failing { once, fromThereOn };
+/// What a call asks of the disk.
+enum class Access { read, change, makeFolder };
 
-/// Hands every call on to another store, but the n-th call that would change something fails (1 is the first).
-class FailingFileStore : public FileStore {
+/// Hands every call on to another store, unless a test's own rule makes it fail: the rule is asked before each, and may
+/// give the system's reason for a failure, or throw as if the program ended there.
+class FaultyFileStore : public FileStore {
  public:
-  FailingFileStore(FileStore& inner, int failingCall, Failing failing = Failing::once)
-      : inner_(inner), failingCall_(failingCall), failing_(failing) {}
+  using Fault = std::function<std::optional<std::string>(Access)>;
 
-  [[nodiscard]] Result<std::string> read(const std::string& path) override { return inner_.read(path); }
+  FaultyFileStore(FileStore& inner, Fault fault) : inner_(inner), fault_(std::move(fault)) {}
+
+  [[nodiscard]] Result<std::string> read(const std::string& path) override {
+    return unless<Result<std::string>>(Access::read, path, [&] { return inner_.read(path); });
+  }
   Result<> save(const std::string& path, std::string_view bytes, Durability durability) override {
-    if (fails()) return Error{path + ": No space left on device"};
-    return inner_.save(path, bytes, durability);
+    return unless<Result<>>(Access::change, path, [&] { return inner_.save(path, bytes, durability); });
   }
   [[nodiscard]] Result<std::string> readPart(const std::string& path, std::uint64_t offset,
                                              std::size_t count) override {
-    return inner_.readPart(path, offset, count);
+    return unless<Result<std::string>>(Access::read, path, [&] { return inner_.readPart(path, offset, count); });
   }
   [[nodiscard]] Result<std::string> makeTemporary() override {
-    if (fails()) return Error{"/tmp: No space left on device"};
-    return inner_.makeTemporary();
+    return unless<Result<std::string>>(Access::change, "/tmp", [&] { return inner_.makeTemporary(); });
   }
   Result<> append(const std::string& temporary, std::string_view bytes) override {
-    if (fails()) return Error{temporary + ": No space left on device"};
-    return inner_.append(temporary, bytes);
+    return unless<Result<>>(Access::change, temporary, [&] { return inner_.append(temporary, bytes); });
   }
   [[nodiscard]] bool exists(const std::string& path) override { return inner_.exists(path); }
   [[nodiscard]] bool isFolder(const std::string& path) override { return inner_.isFolder(path); }
   [[nodiscard]] bool liesIn(const std::string& path, const std::string& folder) override {
     return inner_.liesIn(path, folder);
   }
-  Result<> createFolder(const std::string& path) override { return inner_.createFolder(path); }
+  Result<> createFolder(const std::string& path) override {
+    if (isFolder(path)) return inner_.createFolder(path);
+    return unless<Result<>>(Access::makeFolder, path, [&] { return inner_.createFolder(path); });
+  }
   [[nodiscard]] Result<std::vector<std::string>> list(const std::string& folder) override {
-    return inner_.list(folder);
+    return unless<Result<std::vector<std::string>>>(Access::read, folder, [&] { return inner_.list(folder); });
   }
   Result<> copy(const std::string& from, const std::string& to) override {
-    if (fails()) return Error{to + ": No space left on device"};
-    return inner_.copy(from, to);
+    return unless<Result<>>(Access::change, to, [&] { return inner_.copy(from, to); });
   }
+  void tellCopied(std::function<void(std::uint64_t)> tell) override { inner_.tellCopied(std::move(tell)); }
   Result<> move(const std::string& from, const std::string& to) override {
-    if (fails()) return Error{to + ": No space left on device"};
-    return inner_.move(from, to);
+    return unless<Result<>>(Access::change, to, [&] { return inner_.move(from, to); });
   }
-  [[nodiscard]] Result<std::uint64_t> copySize(const std::string& path) override { return inner_.copySize(path); }
-  [[nodiscard]] Result<std::uint64_t> freeSpace(const std::string& folder) override { return inner_.freeSpace(folder); }
+  [[nodiscard]] Result<std::uint64_t> copySize(const std::string& path) override {
+    return unless<Result<std::uint64_t>>(Access::read, path, [&] { return inner_.copySize(path); });
+  }
+  [[nodiscard]] Result<std::uint64_t> freeSpace(const std::string& folder) override {
+    return unless<Result<std::uint64_t>>(Access::read, folder, [&] { return inner_.freeSpace(folder); });
+  }
   Result<> remove(const std::string& path) override {
-    if (fails()) return Error{path + ": Input/output error"};
-    return inner_.remove(path);
+    return unless<Result<>>(Access::change, path, [&] { return inner_.remove(path); });
   }
   [[nodiscard]] std::string applicationSupportFolder() override { return inner_.applicationSupportFolder(); }
+
+ private:
+  template <typename Outcome, typename Call>
+  Outcome unless(Access access, const std::string& path, Call call) {
+    if (const auto reason = fault_(access)) return Error{path + ": " + *reason};
+    return call();
+  }
+  FileStore& inner_;
+  Fault fault_;
+};
+
+/// Whether only the n-th call fails, or all from there on: to the files it is then as if the program had ended.
+enum class Failing { once, fromThereOn };
+
+/// The n-th call that would change something other than make a folder fails (1 is the first).
+class FailingFileStore : public FaultyFileStore {
+ public:
+  FailingFileStore(FileStore& inner, int failingCall, Failing failing = Failing::once)
+      : FaultyFileStore(inner, [this](Access access) { return faultAt(access); }),
+        failingCall_(failingCall),
+        failing_(failing) {}
 
   [[nodiscard]] int calls() const { return calls_; }
 
  private:
-  bool fails() {
+  std::optional<std::string> faultAt(Access access) {
+    if (access != Access::change) return std::nullopt;
     ++calls_;
-    return failing_ == Failing::once ? calls_ == failingCall_ : calls_ >= failingCall_;
+    const bool fails = failing_ == Failing::once ? calls_ == failingCall_ : calls_ >= failingCall_;
+    return fails ? std::optional<std::string>("No space left on device") : std::nullopt;
   }
-  FileStore& inner_;
   int failingCall_;
   Failing failing_;
   int calls_ = 0;

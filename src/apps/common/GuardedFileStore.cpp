@@ -49,6 +49,7 @@ Result<> GuardedFileStore::abandon() {
 }
 
 void GuardedFileStore::forget() {
+  unread_.clear();
   undo_.clear();
   earlier_.clear();
 }
@@ -64,6 +65,16 @@ std::string GuardedFileStore::putBack() {
   return failures;
 }
 
+Result<std::string> GuardedFileStore::read(const std::string& path) {
+  Result<std::string> bytes = inner_.read(path);
+  if (!bytes && inner_.exists(path)) {
+    unread_.insert_or_assign(path, bytes.error());
+  } else if (!operating_) {
+    unread_.erase(path);
+  }
+  return bytes;
+}
+
 Result<> GuardedFileStore::save(const std::string& path, std::string_view bytes, Durability durability) {
   if (hasFailed()) return refused(path);
   Result<> saved = saveGuarded(path, bytes, durability);
@@ -72,6 +83,7 @@ Result<> GuardedFileStore::save(const std::string& path, std::string_view bytes,
 }
 
 Result<> GuardedFileStore::saveGuarded(const std::string& path, std::string_view bytes, Durability durability) {
+  if (const auto unread = unread_.find(path); unread != unread_.end()) return Error{unread->second};
   Result<std::string> earlier = inner_.read(path);
   if (!earlier) {
     if (inner_.exists(path)) return Error{earlier.error()};

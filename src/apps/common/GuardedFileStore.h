@@ -11,7 +11,7 @@
 
 namespace tallyvane::programs {
 
-/// The file store that a program hands to the model. It guards the user's files twice:
+/// The file store that a program hands to the model. It guards the user's files in three ways:
 ///
 /// - A "*.plist" that is there but cannot be read as a property list of the kind that replaces it is copied aside, and
 ///   said so, before the save; when that copy fails, so does the save.
@@ -21,6 +21,8 @@ namespace tallyvane::programs {
 ///   as a list does, only its first content is kept, and put back where its last one would be. Folders that were made,
 ///   copied, moved or removed stay so: who replaces one keeps the old one until the new one is whole. A copy, move or
 ///   removal that fails is the model's affair and ends nothing.
+/// - A file that could not be read in the same operation, or when it was last read outside of one, is not replaced: the
+///   model goes on as if it held nothing.
 class GuardedFileStore : public FileStore {
  public:
   GuardedFileStore(FileStore& inner, Log& log) : inner_(inner), log_(log) {}
@@ -34,7 +36,7 @@ class GuardedFileStore : public FileStore {
   /// Puts everything back as at `begin`, whether or not a save failed; what could not be put back is the error.
   Result<> abandon();
 
-  [[nodiscard]] Result<std::string> read(const std::string& path) override { return inner_.read(path); }
+  [[nodiscard]] Result<std::string> read(const std::string& path) override;
   Result<> save(const std::string& path, std::string_view bytes, Durability durability = Durability::synced) override;
   [[nodiscard]] Result<std::string> readPart(const std::string& path, std::uint64_t offset,
                                              std::size_t count) override {
@@ -56,6 +58,7 @@ class GuardedFileStore : public FileStore {
   }
   Result<> copy(const std::string& from, const std::string& to) override;
   Result<> move(const std::string& from, const std::string& to) override;
+  void tellCopied(std::function<void(std::uint64_t)> tell) override { inner_.tellCopied(std::move(tell)); }
   [[nodiscard]] Result<std::uint64_t> copySize(const std::string& path) override { return inner_.copySize(path); }
   [[nodiscard]] Result<std::uint64_t> freeSpace(const std::string& folder) override { return inner_.freeSpace(folder); }
   Result<> remove(const std::string& path) override;
@@ -84,6 +87,7 @@ class GuardedFileStore : public FileStore {
   Log& log_;
   bool operating_ = false;
   std::string firstError_;
+  std::map<std::string, std::string, std::less<>> unread_;  ///< why files that are there could not be read, by path
   std::list<Undo> undo_;
   std::map<std::string, Earlier, std::less<>> earlier_;  ///< of files saved since anything was moved or removed
 };
