@@ -1,6 +1,7 @@
 #include "cli/BillChange.h"
 
 #include <algorithm>
+#include <set>
 
 #include "cli/BillLookup.h"
 #include "cli/DisplayText.h"
@@ -25,12 +26,13 @@ const ListedBill* withBid(const std::vector<ListedBill>& bills, const std::strin
 
 }  // namespace
 
+// What cannot be read is no news for other devices.
 void mirrorLists(const Platform& platform) {
-  QMBillsLoader loader{platform};
+  const std::string path = pathInDataFolder(platform, billIndexName);
+  const auto index = readPropertyListFile<Dictionary>(platform.files, platform.log, path);
+  if (!index && platform.files.exists(path)) return;
   QMBill mirror{platform};
-  const auto list = [&](std::string_view key) {
-    return arrayOf(loader.getListOfBills(key).value_or(std::vector<std::string>()));
-  };
+  const auto list = [&](std::string_view key) { return arrayOf(stringsOf(index ? index->get<Array>(key) : nullptr)); };
   mirror.uploadActiveBillsToiCloud(list(key::ActiveBills));
   mirror.uploadArchivedBillsToiCloud(list(key::ArchivedBills));
   mirror.uploadDeletedBillsToiCloud(list(key::DeletedBills));
@@ -39,8 +41,21 @@ void mirrorLists(const Platform& platform) {
 void agreeTagsWithFiles(const Platform& platform) {
   if (!boolSetting(platform.defaults, key::iCloudSyncEnabled)) return;
   // Read here in its stored order, which the loader would sort.
-  const auto tags = readPropertyListFile<Array>(platform.files, platform.log, pathInDataFolder(platform, tagIndexName));
+  const std::string path = pathInDataFolder(platform, tagIndexName);
+  const auto tags = readPropertyListFile<Array>(platform.files, platform.log, path);
+  if (!tags && platform.files.exists(path)) return;
   (void)platform.cloud.set(key::cloudTags, tags.value_or(Array()));
+}
+
+void withdrawFromMirror(const Platform& platform, const std::vector<std::string>& earlierKeys) {
+  if (!boolSetting(platform.defaults, key::iCloudSyncEnabled)) return;
+  const std::set<std::string> earlier(earlierKeys.begin(), earlierKeys.end());
+  const std::vector<ListedBill> bills = allBills(platform);
+  for (const std::string& key : platform.cloud.keys()) {
+    if (!earlier.contains(key) && withBid(bills, key) == nullptr) (void)platform.cloud.remove(key);
+  }
+  mirrorLists(platform);
+  agreeTagsWithFiles(platform);
 }
 
 void removeReminders(const Platform& platform, const std::string& bid, const std::string& name) {

@@ -19,6 +19,10 @@ void agreeTagsWithFiles(const Platform& platform);
 /// Tells the cloud store of the lists of the index.
 void mirrorLists(const Platform& platform);
 
+/// After an operation that was put back: takes out of the mirror what it had brought there and no file has, and brings
+/// the lists of bills and the tags there up to date. `earlierKeys` are the mirror's from before.
+void withdrawFromMirror(const Platform& platform, const std::vector<std::string>& earlierKeys);
+
 /// Removes what would remind of a bill that is not active.
 void removeReminders(const Platform& platform, const std::string& bid, const std::string& name);
 

@@ -8,22 +8,25 @@ namespace tallyvane::cli {
 
 namespace {
 
-std::string_view escapeSequence(Colour colour) {
+/// The contrast of those of many to black and to white is 4 to 1 or more. Terminals with sixteen are mostly dark, and
+/// their blue does not show there.
+std::string_view escapeSequence(Colour colour, Palette palette) {
+  const bool many = palette == Palette::many;
   switch (colour) {
     case Colour::bold:
       return "\x1b[1m";
     case Colour::dim:
       return "\x1b[2m";
     case Colour::red:
-      return "\x1b[31m";
+      return many ? "\x1b[38;5;196m" : "\x1b[31m";
     case Colour::yellow:
-      return "\x1b[33m";
+      return many ? "\x1b[38;5;130m" : "\x1b[33m";
     case Colour::green:
-      return "\x1b[32m";
+      return many ? "\x1b[38;5;28m" : "\x1b[32m";
     case Colour::blue:
-      return "\x1b[34m";
+      return many ? "\x1b[38;5;63m" : "\x1b[36m";
     case Colour::magenta:
-      return "\x1b[35m";
+      return many ? "\x1b[38;5;163m" : "\x1b[35m";
     case Colour::none:
       break;
   }
@@ -39,11 +42,20 @@ std::string_view Console::directionMark() const {
 
 void Console::line(std::string_view text) { out_ << (text.empty() ? text : directionMark()) << text << '\n'; }
 
-void Console::error(std::string_view sentence) { err_ << "tallyvane: " << printable(sentence) << '\n'; }
+void Console::error(std::string_view sentence) {
+  progress("");
+  err_ << "tallyvane: " << printable(sentence) << '\n';
+}
+
+void Console::progress(std::string_view text) {
+  if (!terminal_.showsProgress || (text.empty() && !showsProgress_)) return;
+  showsProgress_ = !text.empty();
+  err_ << '\r' << fitted(printable(text), terminal_.width - 1) << "\x1b[K" << std::flush;
+}
 
 std::string Console::painted(const std::string& text, Colour colour) const {
-  const std::string_view sequence = escapeSequence(colour);
-  if (!terminal_.colours || sequence.empty() || text.empty()) return text;
+  const std::string_view sequence = escapeSequence(colour, terminal_.palette);
+  if (terminal_.palette == Palette::none || sequence.empty() || text.empty()) return text;
   return std::string(sequence) + text + "\x1b[0m";
 }
 

@@ -11,12 +11,16 @@ namespace tallyvane::cli {
 
 enum class Colour { none, bold, dim, red, yellow, green, blue, magenta };
 
+/// The colours that a terminal has. Of many, those are taken that read alike on a dark and on a light ground.
+enum class Palette { none, sixteen, many };
+
 /// What is at the other end of the output.
 struct Terminal {
   bool interactive = false;  ///< a person's terminal; otherwise a pipe or a file
-  bool colours = false;
-  int width = 80;            ///< columns; only looked at on a terminal
-  bool rightToLeft = false;  ///< the language is written so; lines and columns run that way on a terminal that can
+  Palette palette = Palette::none;
+  int width = 80;              ///< columns; only looked at on a terminal
+  bool rightToLeft = false;    ///< the language is written so; lines and columns run that way on a terminal that can
+  bool showsProgress = false;  ///< standard error is a person's terminal, too
 };
 
 /// Prints lines of text that is fit for a terminal (see DisplayText), and asks questions.
@@ -41,6 +45,9 @@ class Console {
   void text(std::string_view lines) { out_ << lines; }
   /// One sentence on standard error, made fit for a terminal and marked as this program's.
   void error(std::string_view sentence);
+  /// Puts a line in the place of the one before on standard error, for what goes on at the moment; "" takes it away.
+  /// Nothing where nobody looks.
+  void progress(std::string_view text);
   /// The text in a colour where the terminal shows colours.
   [[nodiscard]] std::string painted(const std::string& text, Colour colour) const;
 
@@ -58,6 +65,7 @@ class Console {
   std::ostream& err_;
   Terminal terminal_;
   Asker asker_;
+  bool showsProgress_ = false;  ///< a line that the next one takes the place of
 };
 
 /// This process's own streams. Colours need a terminal and an environment without NO_COLOR; questions need a terminal

@@ -1,6 +1,8 @@
 #include "cli/Session.h"
 
 #include "cli/Failure.h"
+#include "cli/Progress.h"
+#include "common/DailyBackup.h"
 #include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 
@@ -12,13 +14,13 @@ void Session::write(const std::function<void()>& operation, const std::function<
 
   access_.files.begin();
   try {
-    operation();
+    tellingOfCopies(operation);
   } catch (const std::exception&) {
     putBack(mend);
     throw;
   }
   const Result<> written = access_.files.finish();
-  if (!written && mend) mend();
+  if (!written) mendWith(mend);
   (void)QMBillsLoader{platform}.loadBills();  // for the widget's snapshot
   if (!written)
     couldNot(sentence("Not done: {}.", written.error()) + " " +
@@ -49,13 +51,27 @@ std::shared_ptr<const void> Session::takeMailTurn() {
   return *turn;
 }
 
+/// A whole folder may take a while.
+void Session::tellingOfCopies(const std::function<void()>& operation) {
+  Progress progress(console);
+  access_.files.tellCopied(
+      [&](std::uint64_t bytes) { progress.show([&] { return sentence("{} copied", programs::sizeText(bytes)); }); });
+  const std::shared_ptr<void> untold(nullptr, [&](void*) { access_.files.tellCopied(nullptr); });
+  operation();
+}
+
 void Session::putBack(const std::function<void()>& mend) {
   const bool hasChanged = access_.files.hasChanged();
   if (const Result<> abandoned = access_.files.abandon(); !abandoned) console.error(abandoned.error() + ".");
-  if (!hasChanged || !mend) return;
+  if (hasChanged) mendWith(mend);
+}
+
+/// Why it was needed matters more than what may go wrong with it.
+void Session::mendWith(const std::function<void()>& mend) {
+  if (!mend) return;
   try {
     mend();
-  } catch (const std::exception& error) {  // the reason why all was put back matters more
+  } catch (const std::exception& error) {
     console.error(error.what());
   }
 }

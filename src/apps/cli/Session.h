@@ -65,7 +65,9 @@ class Session {
   [[nodiscard]] const std::string& mailRound() const { return requests_.mailRound; }
 
  private:
+  void tellingOfCopies(const std::function<void()>& operation);
   void putBack(const std::function<void()>& mend);
+  void mendWith(const std::function<void()>& mend);
 
   WriteAccess access_;
   RequestAccess requests_;

@@ -35,7 +35,7 @@ TEST_F(Commands, OverviewInAPipeIsTabSeparatedWithPlainDatesAndNumbers) {
 
 TEST_F(Commands, OverviewOnATerminalFitsItsWidth) {
   addHousehold();
-  cli.terminal = {true, false, 60};
+  cli.terminal = {.interactive = true, .width = 60};
   EXPECT_EQ(done({"overview"}),
             "Bill              Due                   Amount\n"
             "Overdue\n"
@@ -243,7 +243,7 @@ TEST_F(Commands, TextsOfBillsNeverReachTheTerminalRaw) {
   bill.set("Name", "a\tb\nc");
   cli.desktop.files.putPlist(cli.dataFolder + "/" + bid + ".plist", bill);
   for (const bool interactive : {false, true}) {
-    cli.terminal = {interactive, false, 80};
+    cli.terminal = {.interactive = interactive, .width = 80};
     for (const auto& arguments : std::vector<std::vector<std::string>>{{"show", bid}, {"show", bid, "--json"}, {}}) {
       const std::string out = done(arguments);
       EXPECT_THAT(out, Not(HasSubstr("\u009b")));

@@ -78,7 +78,7 @@ TEST(Table, FitsEveryWidthAndShowsAllWhereThereIsRoom) {
   for (int width = 10; width <= 100; ++width) {
     std::ostringstream out;
     std::ostringstream err;
-    Console console(out, err, {true, false, width});
+    Console console(out, err, {.interactive = true, .width = width});
     table.print(console);
     std::istringstream lines(out.str());
     for (std::string line; std::getline(lines, line);) ASSERT_LE(displayWidth(line), width) << line;
@@ -90,8 +90,12 @@ TEST(Table, FitsEveryWidthAndShowsAllWhereThereIsRoom) {
 
 TEST(Console, ColoursOnlyWhereTheTerminalShowsThem) {
   std::ostringstream out;
-  EXPECT_EQ(Console(out, out, {true, true, 80}).painted("x", Colour::red), "\x1b[31mx\x1b[0m");
-  EXPECT_EQ(Console(out, out, {true, false, 80}).painted("x", Colour::red), "x");
+  const auto painted = [&](Palette palette, Colour colour) {
+    return Console(out, out, {.interactive = true, .palette = palette}).painted("x", colour);
+  };
+  EXPECT_EQ(painted(Palette::none, Colour::red), "x");
+  EXPECT_EQ(painted(Palette::sixteen, Colour::red), "\x1b[31mx\x1b[0m");
+  EXPECT_EQ(painted(Palette::many, Colour::blue), "\x1b[38;5;63mx\x1b[0m");
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ std::vector<std::string> wordsOf(const std::string& command) {
 
 struct Documents : ::testing::TestWithParam<const char*> {
   Documents() {
-    cli.terminal = {true, false, 100};
+    cli.terminal = {.interactive = true, .width = 100};
     cli.asker = [this](const std::string& question) {
       asked += question + "y\n";
       return std::optional<std::string>("y");

@@ -41,7 +41,7 @@ TEST_F(ReminderCommands, RemindShowsWhatItWouldPlaceThenPlacesIt) {
 }
 
 TEST_F(ReminderCommands, PeopleReadTimesInTheFormOfTheirLocale) {
-  cli.terminal = {.interactive = true, .colours = false, .width = 100};
+  cli.terminal = {.interactive = true, .width = 100};
   switchOn("QMReminderEvents");
   EXPECT_THAT(done({"remind"}), HasSubstr("Mon, Mar 15, 2027, 9:00\u202FAM  Rent       Tue, Mar 16, 2027  calendar "
                                           "\"Tallyvane\""));
@@ -80,7 +80,7 @@ TEST_F(ReminderCommands, WhatCouldNotBePlacedIsSaidAndNothingIsLost) {
 }
 
 TEST_F(ReminderCommands, NotificationsAreListedAndRemovedByBillOrIdentifier) {
-  cli.terminal = {.interactive = true, .colours = false, .width = 120};
+  cli.terminal = {.interactive = true, .width = 120};
   EXPECT_EQ(done({"notifications"}), "No notification is scheduled, and none was delivered.\n");
   cli.terminal.interactive = false;
   switchOn("QMEnableNotificationCenter");

@@ -9,6 +9,7 @@
 #include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
+#include "cli/Progress.h"
 #include "cli/Table.h"
 #include "cli/check/DataFolderCheck.h"
 #include "cli/check/IndexLists.h"
@@ -38,10 +39,9 @@ struct Repair {
 
 /// A large folder takes a while, and the person is told how far it is.
 CheckReport checked(Session& session, const std::string& folder) {
-  constexpr std::size_t step = 2000;
+  Progress progress(session.console);
   return checkDataFolder(session.platform, folder, [&](std::size_t done, std::size_t all) {
-    if (done % step == 0 && session.console.interactive())
-      session.console.error(countedSentence(all, "{} of {} file read", "{} of {} files read", done, all));
+    progress.show([&] { return countedSentence(all, "{} of {} file read", "{} of {} files read", done, all); });
   });
 }
 

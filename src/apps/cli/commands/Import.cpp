@@ -3,11 +3,13 @@
 #include <set>
 #include <stdexcept>
 
+#include "cli/BillChange.h"
 #include "cli/BillLookup.h"
 #include "cli/BillText.h"
 #include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
+#include "cli/Progress.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
 #include "common/DataFolderState.h"
@@ -49,17 +51,17 @@ struct OldBill {
 /// Passes everything on and tells a person how far the import is.
 class ImportProgress : public Log {
  public:
-  ImportProgress(Log& log, Console& console, std::size_t count) : log_(log), console_(console), count_(count) {}
+  ImportProgress(Log& log, Console& console, std::size_t count) : log_(log), progress_(console), count_(count) {}
 
   void line(std::string_view text) override {
     log_.line(text);
-    constexpr std::size_t step = 100;
     constexpr std::string_view beginning = "Name: ";
     if (text.starts_with(beginning)) current_ = text.substr(beginning.size());
     if (!text.starts_with("Imported Bill: ")) return;
     ++imported_;
-    if (imported_ % step == 0 && console_.interactive())
-      console_.error(countedSentence(count_, "{} of {} bill imported", "{} of {} bills imported", imported_, count_));
+    progress_.show([&] {
+      return countedSentence(count_, "{} of {} bill imported", "{} of {} bills imported", imported_, count_);
+    });
   }
   void diagnostic(std::string_view text) override { log_.diagnostic(text); }
   [[nodiscard]] std::size_t imported() const { return imported_; }
@@ -68,7 +70,7 @@ class ImportProgress : public Log {
 
  private:
   Log& log_;
-  Console& console_;
+  Progress progress_;
   std::size_t count_;
   std::size_t imported_ = 0;
   std::string current_;
@@ -235,6 +237,7 @@ std::size_t importAll(Session& session, const Options& options, const std::strin
     putBack(session, key::CustomLocationEnabled, enabled);
     putBack(session, key::CustomLocationTempPath, cached);
   };
+  const std::vector<std::string> mirrored = session.platform.cloud.keys();
   ImportProgress progress(session.platform.log, session.console, count);
   std::string failure;
   session.write(
@@ -246,7 +249,10 @@ std::size_t importAll(Session& session, const Options& options, const std::strin
           failure = error.what();
         }
       },
-      restoreLocation);
+      [&] {
+        restoreLocation();
+        withdrawFromMirror(session.platform, mirrored);
+      });
   if (progress.imported() == 0) restoreLocation();
   if (!failure.empty())
     couldNot(countedSentence(progress.imported(), "The import ended at \"{}\" after {} bill, which stays: {}.",
