@@ -1,6 +1,5 @@
 #include "freedesktop/HeldSignals.h"
 
-#include <signal.h>
 #include <sys/signalfd.h>
 
 namespace tallyvane {
@@ -25,5 +24,14 @@ FileDescriptor holdSignals(std::initializer_list<int> signals) {
   ::pthread_sigmask(SIG_BLOCK, &held, nullptr);
   return file;
 }
+
+DeferredSignals::DeferredSignals() {
+  sigset_t deferred;
+  ::sigemptyset(&deferred);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) ::sigaddset(&deferred, signal);
+  ::pthread_sigmask(SIG_BLOCK, &deferred, &before_);
+}
+
+DeferredSignals::~DeferredSignals() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
 
 }  // namespace tallyvane

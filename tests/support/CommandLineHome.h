@@ -4,6 +4,7 @@
 #include <stdlib.h>
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,13 +22,18 @@ class CommandLineHome {
  public:
   /// May be called by several threads at once.
   Said run(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), TALLYVANE_BUILD_FOLDER "/bin/tallyvane");
-    const std::string output = folder.path + "/output-" + std::to_string(++runs_);
-    ChildProcess process(std::move(arguments), variables(), output);
-    const int status = process.ended(std::chrono::minutes{2}).value_or(-1);
-    Said said{status, process.said()};
-    std::filesystem::remove(output);
-    return said;
+    arguments.insert(arguments.begin(), program);
+    return runToEnd(std::move(arguments));
+  }
+  /// Behind words of a shell that end in running "$0" with the arguments.
+  Said runAfter(const std::string& words, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"/bin/sh", "-c", words, program});
+    return runToEnd(std::move(arguments));
+  }
+  /// One that goes on while the test does.
+  std::unique_ptr<ChildProcess> start(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), program);
+    return std::make_unique<ChildProcess>(std::move(arguments), variables(), nextOutput());
   }
 
   /// On a terminal of 80 columns, as a person sees it.
@@ -35,7 +41,7 @@ class CommandLineHome {
     const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (terminal < 0 || ::grantpt(terminal) != 0 || ::unlockpt(terminal) != 0)
       throw std::runtime_error("there is no terminal to be had");
-    arguments.insert(arguments.begin(), TALLYVANE_BUILD_FOLDER "/bin/tallyvane");
+    arguments.insert(arguments.begin(), program);
     ChildProcess process(std::move(arguments), variables(), ::ptsname(terminal));
     std::string text;
     char block[4096];
@@ -46,6 +52,7 @@ class CommandLineHome {
     return {process.ended(std::chrono::minutes{2}).value_or(-1), text};
   }
 
+  const std::string program = TALLYVANE_BUILD_FOLDER "/bin/tallyvane";
   std::string locale = "en_US.UTF-8";
   TemporaryFolder folder;
   const std::string data = folder.path + "/share";
@@ -54,6 +61,15 @@ class CommandLineHome {
   const std::string dataFolder = data + "/Tallyvane/Tallyvane.tvdata";
 
  private:
+  std::string nextOutput() { return folder.path + "/output-" + std::to_string(++runs_); }
+  Said runToEnd(std::vector<std::string> command) {
+    const std::string output = nextOutput();
+    ChildProcess process(std::move(command), variables(), output);
+    const int status = process.ended(std::chrono::minutes{2}).value_or(-1);
+    Said said{status, process.said()};
+    std::filesystem::remove(output);
+    return said;
+  }
   [[nodiscard]] std::vector<std::string> variables() const {
     return {"PATH=/usr/bin:/bin",
             "HOME=" + folder.path,

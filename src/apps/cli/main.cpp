@@ -5,6 +5,7 @@
 #include "common/ProgramLock.h"
 #include "common/Sentences.h"
 #include "freedesktop/Gettext.h"
+#include "freedesktop/HeldSignals.h"
 #include "freedesktop/SoundTheme.h"
 #include "freedesktop/SystemClock.h"
 #include "freedesktop/SystemLog.h"
@@ -21,11 +22,22 @@ class NoWorkspace : public Workspace {
   Result<> openUrl(const std::string& url) override { return Error{url + ": not opened by the command line"}; }
 };
 
-Result<std::shared_ptr<const void>> takeLock(FileStore& files, const std::string& path, Console& console) {
-  auto lock = programs::ProgramLock::take(
+Result<programs::ProgramLock> takeLock(FileStore& files, const std::string& path, Console& console) {
+  return programs::ProgramLock::take(
       files, path, [&console] { console.error(translated("Waiting for another Tallyvane program to finish.")); });
+}
+
+/// An operation that writes several files, and which no signal ends between two of them.
+struct Undisturbed {
+  explicit Undisturbed(programs::ProgramLock taken) : lock(std::move(taken)) {}
+  programs::ProgramLock lock;
+  DeferredSignals signals;
+};
+
+template <typename Held>
+Result<std::shared_ptr<const void>> shared(Result<programs::ProgramLock> lock) {
   if (!lock) return Error{lock.error()};
-  return std::shared_ptr<const void>(std::make_shared<programs::ProgramLock>(std::move(*lock)));
+  return std::shared_ptr<const void>(std::make_shared<Held>(std::move(*lock)));
 }
 
 ExitStatus runOnDesktop(const Invocation& invocation, Console& console) {
@@ -39,13 +51,13 @@ ExitStatus runOnDesktop(const Invocation& invocation, Console& console) {
   programs::DesktopPlatform desktop(XdgFolders::of(processEnvironment()), systemRegion(log), clock, log, workspace,
                                     statusBar, application);
   CallbackWait callbacks(desktop.mainQueue());
-  const auto lock = [&](const std::string& path) {
-    return [&, path] { return takeLock(desktop.files(), path, console); };
-  };
+  const programs::ProgramPaths& paths = desktop.paths();
+  const auto take = [&](const std::string& path) { return takeLock(desktop.files(), path, console); };
   Session session(
-      desktop.platform(), console, {desktop.files(), lock(desktop.paths().lock)},
+      desktop.platform(), console, {desktop.files(), [&] { return shared<Undisturbed>(take(paths.lock)); }},
       {[&] { callbacks.holdSignals(); }, [&] { return callbacks.wait(); }, [&] { desktop.mainQueue().runPending(); },
-       [&] { desktop.endRequests(); }, lock(desktop.paths().mailTurn), desktop.paths().mailRound},
+       [&] { desktop.endRequests(); }, [&] { return shared<programs::ProgramLock>(take(paths.mailTurn)); },
+       paths.mailRound},
       [](const std::string& name) { playThemeSound(SessionEnvironment::of(processEnvironment()), name); },
       invocation.json);
   return runCommand(invocation, session);
