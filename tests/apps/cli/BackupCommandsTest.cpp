@@ -57,24 +57,6 @@ TEST_F(Safekeeping, RestoresAfterAQuestionWithRemindersOfWhatIsThere) {
   EXPECT_EQ(cli.snapshot(), std::vector<std::string>{"Rent"});
 }
 
-TEST_F(Safekeeping, ARestoreThatFailsAnywhereLeavesTheOldDataOrTheBackup) {
-  done({"backup"});
-  const auto kept = contentOf(cli.desktop, usual);
-  done({"edit", "Rent", "--amount", "1"});
-  const auto old = contentOf(cli.desktop, usual);
-  const auto files = cli.desktop.files;
-  for (int call = 1; call <= 5; ++call) {
-    cli.desktop.files = files;
-    FailingFileStore failing(cli.desktop.files, call);
-    const Outcome outcome = cli.runOn(failing, {"restore-backup", "--yes"});
-    const bool hasFailed = failing.calls() >= call;
-    const bool isOld = contentOf(cli.desktop, usual) == old;
-    EXPECT_TRUE(isOld || contentOf(cli.desktop, usual) == kept) << call;
-    EXPECT_EQ(outcome.status, hasFailed ? 1 : 0) << call << outcome.err;
-    EXPECT_EQ(cli.desktop.files.exists(usual + ".replaced"), hasFailed && !isOld) << call;
-  }
-}
-
 TEST_F(Safekeeping, AfterARestoreThatWasKilledTheNextCommandSaysWhatToDo) {
   done({"backup"});
   const auto kept = contentOf(cli.desktop, usual);

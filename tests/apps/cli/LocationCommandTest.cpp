@@ -142,21 +142,5 @@ TEST_F(Safekeeping, AChangeOfPlaceThatWasKilledIsBroughtToItsEnd) {
   EXPECT_GT(points, 30);
 }
 
-TEST_F(Safekeeping, AFailedChangeOfPlaceLeavesAllInUseAsItWas) {
-  const auto files = cli.desktop.files;
-  for (int call = 1; call <= 8; ++call) {
-    cli.desktop.files = files;
-    cli.desktop.defaults.content = Dictionary();
-    FailingFileStore failing(cli.desktop.files, call);
-    const Outcome outcome = cli.runOn(failing, {"location", "--set", "/media/disk"});
-    if (failing.calls() < call) break;
-    if (cli.run({"overview"}).status != 0) {
-      EXPECT_THAT(outcome.err, HasSubstr("Not done")) << call;
-      done({"location", "--finish"});
-    }
-    EXPECT_THAT(done({"overview"}), HasSubstr("Rent")) << call;
-  }
-}
-
 }  // namespace
 }  // namespace tallyvane::testing

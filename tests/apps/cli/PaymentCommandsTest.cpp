@@ -125,52 +125,5 @@ TEST_F(PaymentCommands, OddPaymentsAreShownAndLostOnlyOnRequest) {
   EXPECT_THAT(rest.out, AllOf(HasSubstr("Phone"), Not(HasSubstr("Rent"))));
 }
 
-/// Every content that each file has in a run that nothing interrupts.
-struct NotingFileStore : FailingFileStore {
-  explicit NotingFileStore(InMemoryFileStore& files) : FailingFileStore(files, 0) {
-    for (const auto& [path, bytes] : files.content) contents.emplace(path, bytes);
-  }
-  Result<> save(const std::string& path, std::string_view bytes, Durability durability) override {
-    contents.emplace(path, std::string(bytes));
-    return FailingFileStore::save(path, bytes, durability);
-  }
-  std::set<std::pair<std::string, std::string>> contents;
-};
-
-void payTwice(CliDesktop& cli) {
-  cli.desktop.files.content["/home/ada/rent.pdf"] = "receipt";
-  for (const char* amount : {"1", "2"}) (void)cli.run({"pay", "Rent", "--amount", amount});
-}
-
-/// Ends the program at each of its changes of files in turn; how many there were.
-int interruptEveryChange(const std::vector<std::string>& command) {
-  CliDesktop whole;
-  const std::vector<std::string> addRent{"add", "Rent", "--due", "today", "--repeat", "monthly", "--amount", "9"};
-  (void)whole.run(addRent);
-  payTwice(whole);
-  NotingFileStore noting(whole.desktop.files);
-  EXPECT_EQ(whole.runOn(noting, command).status, 0);
-  for (int point = 1; point <= noting.calls(); ++point) {
-    CliDesktop cli;
-    (void)cli.run(addRent);
-    payTwice(cli);
-    FailingFileStore ending(cli.desktop.files, point, Failing::fromThereOn);
-    EXPECT_EQ(cli.runOn(ending, command).status, 1) << point;
-    for (const auto& [path, bytes] : cli.desktop.files.content) {
-      const bool isWhole = noting.contents.contains({path, bytes}) || bytes == "receipt";
-      EXPECT_TRUE(isWhole) << path << " after change " << point;
-    }
-    const Outcome next = cli.run({"pay", "Rent", "--amount", "7", "--json"});
-    EXPECT_EQ(next.status, 0) << next.err;
-    EXPECT_EQ(json::parse(next.out).at("payments").back().at("amount"), 7);
-  }
-  return noting.calls();
-}
-
-TEST(Interruptions, EachLeavesEveryFileOldOrNewAndTheNextPaymentWorks) {
-  EXPECT_EQ(interruptEveryChange({"pay", "Rent", "--receipt", "/home/ada/rent.pdf"}), 2);  // receipt and bill
-  EXPECT_EQ(interruptEveryChange({"undo", "Rent"}), 1);                                    // the bill
-}
-
 }  // namespace
 }  // namespace tallyvane::testing

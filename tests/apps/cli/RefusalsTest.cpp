@@ -6,7 +6,6 @@ namespace tallyvane::testing {
 namespace {
 
 using ::testing::AllOf;
-using ::testing::AnyOf;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using Arguments = std::vector<std::string>;
@@ -79,90 +78,6 @@ TEST_F(Refusals, BadInputGetsOneClearSentenceAndChangesNothing) {
     EXPECT_THAT(outcome.out, IsEmpty());
     EXPECT_TRUE(cli.desktop.files.content == before) << ::testing::PrintToString(c.arguments);
     EXPECT_FALSE(cli.locked);
-  }
-}
-
-/// What the person would lose if a failed command left something half done.
-struct Kept {
-  std::map<std::string, std::string> files;
-  std::vector<std::string> events;
-  std::vector<std::string> notifications;
-  Value snapshot;
-  bool operator==(const Kept&) const = default;
-};
-
-Kept keptBy(CliDesktop& cli) {
-  Kept kept{cli.desktop.files.content, {}, {}, ""};
-  for (const CalendarEvent& event : cli.desktop.calendars.eventList) kept.events.push_back(event.title);
-  for (const auto& note : cli.desktop.notifications.scheduledList) kept.notifications.push_back(note.title);
-  std::sort(kept.events.begin(), kept.events.end());
-  std::sort(kept.notifications.begin(), kept.notifications.end());
-  kept.snapshot = cli.desktop.groupDefaults.object("ActiveBills").value_or(Value(""));
-  return kept;
-}
-
-/// Other devices are told what the files hold, and of no bill that is not there.
-void expectMirrorAgrees(CliDesktop& cli) {
-  const std::map<std::string, std::string> lists{
-      {"activebills", "ActiveBills"}, {"archivedbills", "ArchivedBills"}, {"deletedbills", "DeletedBills"}};
-  for (const auto& [key, value] : cli.desktop.cloud.content) {
-    if (const auto list = lists.find(key); list != lists.end()) {
-      EXPECT_EQ(stringsOf(value.get<Array>()), cli.listed(list->second)) << key;
-    } else if (key == "tagindex") {
-      EXPECT_TRUE(value == cli.desktop.files.plist(cli.dataFolder + "/tagindex.plist"));
-    } else {
-      EXPECT_TRUE(value == Value(cli.bill(key))) << key;
-    }
-  }
-}
-
-TEST_F(Refusals, AFailedSaveLeavesEverythingAsItWas) {
-  cli.desktop.calendars.calendarList = {{"home", "Tallyvane", "here"}};
-  for (const char* key : {"QMReminderEvents", "QMEnableNotificationCenter", "iCloudSyncEnabled"}) {
-    (void)cli.desktop.defaults.set(key, true);
-  }
-  (void)cli.run({"edit", "Rent", "--tag", "Home"});  // brings reminders and mirror up to these settings
-  (void)cli.run({"archive", "Rent garage"});
-  (void)cli.run({"delete", "Old phone"});
-  (void)cli.run({"edit", "Rent", "--amount", "901"});
-  (void)cli.run({"pay", "Rent", "--amount", "9"});
-  (void)cli.run({"add", "Power", "--due", "today", "--repeat", "weekly", "--amount", "1", "--auto"});
-  cli.desktop.files.content["/home/ada/bill.pdf"] = "bill";
-  const Arguments commands[] = {
-      {"pay", "Rent", "--receipt", "/home/ada/bill.pdf"},
-      {"pay", "Rent garage", "--keep-due-date"},
-      {"undo", "Rent"},
-      {"payments", "Rent", "--edit", "1", "--amount", "5", "--receipt", "/home/ada/bill.pdf"},
-      {"autopay"},
-      {"add", "New", "--due", "today", "--repeat", "weekly", "--amount", "1", "--remind", "1", "--tag", "New tag"},
-      {"edit", "Rent", "--name", "Flat", "--amount", "5", "--due", "tomorrow", "--tag", "New tag"},
-      {"edit", "Rent garage", "--amount", "5"},
-      {"archive", "Rent"},
-      {"restore", "Rent garage"},
-      {"restore", "Old phone"},
-      {"delete", "Rent"},
-      {"delete-all", "--yes"},
-      {"tags", "--set", "Other"}};
-  for (const Arguments& command : commands) {
-    const Kept before = keptBy(cli);
-    int failures = 0;
-    for (int call = 1;; ++call) {
-      FailingFileStore failing(cli.desktop.files, call);
-      const Outcome outcome = cli.runOn(failing, command);
-      if (outcome.status == 0) break;
-      ++failures;
-      EXPECT_EQ(outcome.status, 1);
-      EXPECT_THAT(outcome.err, AnyOf(AllOf(HasSubstr("No space left on device"), HasSubstr(cli.dataFolder)),
-                                     HasSubstr("could not be copied")));
-      EXPECT_TRUE(keptBy(cli) == before) << ::testing::PrintToString(command) << " call " << call;
-      expectMirrorAgrees(cli);
-      ASSERT_LT(call, 20);
-    }
-    EXPECT_GT(failures, 0) << ::testing::PrintToString(command);
-    cli.desktop.files.content = before.files;
-    cli.desktop.cloud.content.clear();
-    (void)cli.run({"edit", "Rent", "--amount", "901"});
-    (void)cli.run({"overview"});
   }
 }
 
