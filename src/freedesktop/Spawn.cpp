@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -11,6 +12,13 @@
 namespace tallyvane {
 
 namespace {
+
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  for (std::string& text : texts) pointers.push_back(text.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
 
 /// What the new process changes about itself before the program starts; each call gives an error number, or 0.
 class SpawnPlan {
@@ -40,11 +48,9 @@ class SpawnPlan {
                                       POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
   }
   int start(std::vector<std::string>& command) {
-    std::vector<char*> arguments;
-    for (std::string& argument : command) arguments.push_back(argument.data());
-    arguments.push_back(nullptr);
     pid_t process = 0;
-    return ::posix_spawn(&process, command.front().c_str(), &actions_, &attributes_, arguments.data(), environ);
+    return ::posix_spawn(&process, command.front().c_str(), &actions_, &attributes_, pointersTo(command).data(),
+                         environ);
   }
 
  private:
@@ -64,6 +70,16 @@ Result<> spawnDetached(std::vector<std::string> command) {
   if (failure == 0) failure = plan.start(command);
   if (failure != 0) return systemError(command.front(), failure);
   return {};
+}
+
+Result<int> runAttached(std::vector<std::string> command, std::vector<std::string> variables) {
+  pid_t process = 0;
+  const int failure = ::posix_spawn(&process, command.front().c_str(), nullptr, nullptr, pointersTo(command).data(),
+                                    pointersTo(variables).data());
+  if (failure != 0) return systemError(command.front(), failure);
+  int status = 0;
+  if (uninterrupted([&] { return ::waitpid(process, &status, 0); }) < 0) return systemError(command.front());
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
 }  // namespace tallyvane

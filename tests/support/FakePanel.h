@@ -25,6 +25,9 @@ class FakePanel {
     watcher_->registerMethod("RegisterStatusNotifierItem")
         .onInterface(watcherName)
         .implementedAs([this](const std::string& service) { registered.push_back(service); });
+    watcher_->registerProperty("IsStatusNotifierHostRegistered").onInterface(watcherName).withGetter([] {
+      return true;
+    });
     watcher_->finishRegistration();
     connection_->requestName(watcherName);
   }

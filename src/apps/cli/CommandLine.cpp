@@ -15,11 +15,11 @@ namespace tallyvane::cli {
 namespace {
 
 void addCommands(CLI::App& app, Invocation& invocation) {
-  for (const auto add :
-       {addOverview, addShow,          addAdd,      addEdit,     addArchive,       addRestore,  addDelete, addDeleteAll,
-        addPay,      addUndo,          addPayments, addAutopay,  addStats,         addGraph,    addPaid,   addIncome,
-        addTags,     addIcons,         addRepeat,   addSettings, addImport,        addMenu,     addWidget, addMail,
-        addRemind,   addNotifications, addCalendar, addBackup,   addRestoreBackup, addLocation, addCheck,  addExport}) {
+  for (const auto add : {addOverview,      addShow,     addAdd,   addEdit,     addArchive,       addRestore,  addDelete,
+                         addDeleteAll,     addPay,      addUndo,  addPayments, addAutopay,       addStats,    addGraph,
+                         addPaid,          addIncome,   addTags,  addIcons,    addRepeat,        addSettings, addImport,
+                         addMenu,          addWidget,   addMail,  addRemind,   addNotifications, addCalendar, addBackup,
+                         addRestoreBackup, addLocation, addCheck, addExport,   addTour,          addDoctor}) {
     add(app, invocation);
   }
   addComplete(app, invocation);

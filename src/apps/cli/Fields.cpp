@@ -34,4 +34,9 @@ void printFields(Console& console, const std::vector<Field>& fields) {
   }
 }
 
+void printParagraph(Console& console, const std::string& text) {
+  if (!console.interactive()) return console.line(printable(text));
+  for (const std::string& line : wrapped(printableLines(text), console.terminal().width)) console.line(line);
+}
+
 }  // namespace tallyvane::cli

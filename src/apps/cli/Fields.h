@@ -18,4 +18,7 @@ struct Field {
 /// a line each.
 void printFields(Console& console, const std::vector<Field>& fields);
 
+/// Sentences, wrapped between words on a terminal.
+void printParagraph(Console& console, const std::string& text);
+
 }  // namespace tallyvane::cli

@@ -50,10 +50,12 @@ void addNotifications(CLI::App& app, Invocation& invocation);
 void addCalendar(CLI::App& app, Invocation& invocation);
 void addCheck(CLI::App& app, Invocation& invocation);
 void addExport(CLI::App& app, Invocation& invocation);
+void addTour(CLI::App& app, Invocation& invocation);
+void addDoctor(CLI::App& app, Invocation& invocation);
 /// Hidden: what the shells' completions ask.
 void addComplete(CLI::App& app, Invocation& invocation);
 
-/// What a program without a command does: the overview of the active bills.
+/// What a program without a command does: the overview of the active bills or, for a person without any, a welcome.
 void runDefaultOverview(Session& session);
 
 inline constexpr const char* billHelp = marked("The bill's name, the beginning of its name, or its identifier");

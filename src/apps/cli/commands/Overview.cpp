@@ -7,6 +7,7 @@
 #include "cli/BillLookup.h"
 #include "cli/BillText.h"
 #include "cli/DisplayText.h"
+#include "cli/Fields.h"
 #include "cli/Json.h"
 #include "cli/Table.h"
 #include "cli/commands/Commands.h"
@@ -145,6 +146,30 @@ void showOverview(Session& session, const Options& options) {
   printTable(session, sections);
 }
 
+/// Two things to do and a third that depends on what is here, each as it is typed.
+void welcome(Session& session) {
+  Console& console = session.console;
+  const auto suggest = [&](const std::string& command, const std::string& text) {
+    console.line();
+    console.line("  " + console.painted(command, Colour::bold));
+    console.line("      " + printable(text));
+  };
+  printParagraph(console,
+                 translated("Welcome to Tallyvane, which keeps your recurring bills and tells you which are due."));
+  printParagraph(console, translated("There are no bills yet. Three things to begin with:"));
+  suggest("tallyvane add Rent --due 2027-03-01 --repeat monthly --amount 900", translated("adds your first bill."));
+  suggest("tallyvane tour", translated("shows in a few steps how it works, with made-up bills."));
+  if (const auto folder = programs::folderToOfferForImport(session.platform))
+    return suggest("tallyvane import", sentence("brings in those of the previous version in {}.", *folder));
+  suggest("tallyvane --help", translated("lists all commands."));
+}
+
+/// No bill, not even one put aside or deleted.
+bool isNew(const Platform& platform) {
+  requireReadableData(platform);
+  return allBills(platform).empty();
+}
+
 }  // namespace
 
 void addOverview(CLI::App& app, Invocation& invocation) {
@@ -161,6 +186,9 @@ void addOverview(CLI::App& app, Invocation& invocation) {
   command->add_flag("--hide-automatic", options->hideAutomatic, "Leave out bills that are paid automatically");
 }
 
-void runDefaultOverview(Session& session) { showOverview(session, Options()); }
+void runDefaultOverview(Session& session) {
+  const bool welcomes = !session.json && session.console.interactive() && isNew(session.platform);
+  return welcomes ? welcome(session) : showOverview(session, Options());
+}
 
 }  // namespace tallyvane::cli
