@@ -35,6 +35,7 @@ TEST_F(AgentTest, TheDoctorSeesWhatOfTheSessionIsThereWithoutStartingAnything) {
   EXPECT_THAT(full, HasSubstr("Notifications\tworks"));
   EXPECT_THAT(full, HasSubstr("Tray menu\tworks"));
 
+  panel.reset();
   session.endBus();
   EXPECT_THAT(examine(), HasSubstr("Session bus\tlacking"));
 }
