@@ -25,11 +25,11 @@ Names listed(sdbus::IProxy& daemon, const std::string& method) {
 std::string nameOfServer(sdbus::IConnection& connection) {
   const std::string name = "org.freedesktop.Notifications";
   try {
-    std::string title, vendor, version, specification;
+    std::string title, vendor, version, protocol;
     sdbus::createProxy(connection, name, "/org/freedesktop/Notifications")
         ->callMethod("GetServerInformation")
         .onInterface(name)
-        .storeResultsTo(title, vendor, version, specification);
+        .storeResultsTo(title, vendor, version, protocol);
     return title + " " + version;
   } catch (const sdbus::Error&) {
     return {};
