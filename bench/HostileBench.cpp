@@ -54,10 +54,6 @@ std::string binaryNesting() {
   return testing::binaryList(objects);
 }
 
-std::string binaryStringOfAGigabyte() {
-  return testing::binaryList({testing::bytes({0x5F, 0x12, 0x3B, 0x9A, 0xCA, 0x00}) + std::string(1000 * million, 'x')});
-}
-
 /// Bills' texts, as many bytes or a little more.
 std::string ordinary(std::size_t bytes) {
   constexpr std::string_view bill =
@@ -87,10 +83,6 @@ BENCHMARK_CAPTURE(refuses, stringOfAGigabyte, stringOfAGigabyte)
 BENCHMARK_CAPTURE(refuses, stringWithoutEnd, stringWithoutEnd)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(refuses, binaryBomb, binaryBomb)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(refuses, binaryNesting, binaryNesting)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(refuses, binaryStringOfAGigabyte, binaryStringOfAGigabyte)
-    ->UseManualTime()
-    ->Iterations(3)
-    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tallyvane::bench
