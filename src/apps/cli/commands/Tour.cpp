@@ -109,10 +109,10 @@ void guide(Session& session) {
     take(console, step, home);
   }
   console.line();
-  console.line(
-      sentence("That was the tour. Now add your first bill; \"{}\" lists all commands, and \"{}\" tells what "
-               "works on this desktop.",
-               "tallyvane --help", "tallyvane doctor"));
+  printParagraph(
+      console, sentence("That was the tour. Now add your first bill; \"{}\" lists all commands, and \"{}\" tells what "
+                        "works on this desktop.",
+                        "tallyvane --help", "tallyvane doctor"));
 }
 
 }  // namespace
