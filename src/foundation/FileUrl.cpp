@@ -38,14 +38,12 @@ std::optional<std::string> percentDecoded(std::string_view text) {
 }  // namespace
 
 std::string fileUrlOf(std::string_view path) {
-  constexpr std::string_view digits = "0123456789ABCDEF";
   std::string url(scheme);
   for (const char c : path) {
     if (standsAsItIs(c)) {
       url += c;
     } else {
-      const auto byte = static_cast<unsigned char>(c);
-      url += {'%', digits[byte >> 4], digits[byte & 0x0F]};
+      url += percentEncoded(c);
     }
   }
   return url;

@@ -1,17 +1,11 @@
 #include "freedesktop/KeyFile.h"
 
+#include "foundation/Ascii.h"
 #include "freedesktop/TextParts.h"
 
 namespace tallyvane {
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r";
-  const std::size_t first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 std::string meaningOf(char escaped) {
   switch (escaped) {

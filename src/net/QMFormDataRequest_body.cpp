@@ -9,18 +9,11 @@ namespace tallyvane {
 
 namespace {
 
-constexpr std::string_view hexadecimal = "0123456789ABCDEF";
-
 /// In groups of 8, 4, 4, 4 and 12 characters.
 std::string uuid(Random& random) {
   std::string text = QMUIDMaker{random}.makeUID();
   for (const std::size_t dash : {8U, 13U, 18U, 23U}) text.insert(dash, "-");
   return text;
-}
-
-std::string percentEscape(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return {'%', hexadecimal[byte >> 4U], hexadecimal[byte & 0x0FU]};
 }
 
 bool staysAsItIs(char c) { return isAsciiAlphanumeric(c) || c == '-' || c == '.' || c == '_'; }
@@ -101,7 +94,7 @@ std::string QMFormDataRequest::encodeURL(std::string_view text) const {
     const auto next = std::find_if(end, text.end(), staysAsItIs);
     const auto bytes = encodedText({end, next}, stringEncoding);
     if (!bytes) return {};
-    for (const char c : *bytes) escaped += percentEscape(c);
+    for (const char c : *bytes) escaped += percentEncoded(c);
     text = {next, text.end()};
   }
   return escaped;

@@ -83,7 +83,7 @@ std::vector<Dictionary> QMBillsLoader::loadBillsInGroupWithTag(std::string_view 
   shareHorizon(platform_);
   const bool hidesAutomatic = boolSetting(platform_.defaults, key::HideAutomaticBillsInOverview);
   std::vector<Dictionary> rows;
-  const std::string folder = tallyvaneDirectory().value_or(std::string());
+  const std::string folder = dataFolder(platform_);
   for (const std::string& bid : getListOfBills(group).value_or(std::vector<std::string>())) {
     auto row = readPropertyListFile<Dictionary>(platform_.files, platform_.log, billPathIn(folder, bid));
     if (!row || (!tag.empty() && !hasTag(*row, tag))) continue;

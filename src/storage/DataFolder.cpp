@@ -11,11 +11,11 @@ std::string pathIn(const std::string& folder, std::string_view name) {
   return leadsOut || folder.empty() ? std::string() : folder + "/" + std::string(name);
 }
 
+}  // namespace
+
 std::string dataFolder(const Platform& platform) {
   return QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
 }
-
-}  // namespace
 
 std::string pathInDataFolder(const Platform& platform, std::string_view name) {
   return pathIn(dataFolder(platform), name);

@@ -22,7 +22,7 @@ void QMBillsLoader::backupDatabase() {
 
   const std::string id = QMUIDMaker{platform_.random}.makeUID();
   const std::string backupFolder = tallyvaneBackupPath();
-  const Result<> copied = platform_.files.copy(tallyvaneDirectory().value_or(std::string()), backupFolder + "/" + id);
+  const Result<> copied = platform_.files.copy(dataFolder(platform_), backupFolder + "/" + id);
   if (!copied) platform_.log.diagnostic("No backup was made: " + copied.error());
   platform_.log.line("Database backed up.");
 
@@ -40,7 +40,7 @@ bool QMBillsLoader::restoreDatabase() {
   if (!source || !platform_.files.exists(*source + "/" + std::string(billIndexName))) return false;
 
   platform_.log.line("Trying to Restore");
-  const std::string target = tallyvaneDirectory().value_or(std::string());
+  const std::string target = dataFolder(platform_);
   if (platform_.files.exists(target)) {
     const Result<> removed = platform_.files.remove(target);
     platform_.log.line(removed ? "Removed 1" : "Removed 0");

@@ -6,7 +6,7 @@
 
 #include "cli/Build.h"
 #include "cli/ParseSentence.h"
-#include "cli/Similar.h"
+#include "cli/input/Similar.h"
 #include "common/Sentences.h"
 #include "foundation/Texts.h"
 

@@ -5,10 +5,10 @@
 #include <variant>
 #include <vector>
 
-#include "cli/Console.h"
 #include "cli/Failure.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/Console.h"
 
 namespace tallyvane::cli {
 

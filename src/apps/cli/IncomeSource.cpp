@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include "analysis/QMIncomeManager.h"
-#include "cli/BillText.h"
 #include "cli/Failure.h"
-#include "cli/Similar.h"
-#include "cli/TextInput.h"
+#include "cli/bills/BillText.h"
 #include "cli/input/AmountInput.h"
 #include "cli/input/DueDateInput.h"
 #include "cli/input/InputText.h"
+#include "cli/input/Similar.h"
+#include "cli/input/TextInput.h"
 #include "common/Sentences.h"
 #include "foundation/Calendar.h"
 #include "foundation/NumberReading.h"

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "cli/Json.h"
-#include "cli/Table.h"
+#include "cli/terminal/Table.h"
 #include "foundation/Value.h"
 #include "platform/Platform.h"
 

@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
+#include "cli/bills/BillText.h"
+#include "cli/terminal/DisplayText.h"
 #include "foundation/NumberReading.h"
 #include "storage/Keys.h"
 #include "storage/QMBillsLoader.h"

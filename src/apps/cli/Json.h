@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "cli/Console.h"
+#include "cli/terminal/Console.h"
 #include "foundation/Value.h"
 #include "platform/Platform.h"
 

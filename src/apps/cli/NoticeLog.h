@@ -3,7 +3,7 @@
 #include <set>
 #include <string>
 
-#include "cli/Console.h"
+#include "cli/terminal/Console.h"
 #include "platform/Log.h"
 
 namespace tallyvane::cli {

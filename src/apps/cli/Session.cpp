@@ -1,7 +1,7 @@
 #include "cli/Session.h"
 
 #include "cli/Failure.h"
-#include "cli/Progress.h"
+#include "cli/terminal/Progress.h"
 #include "common/DailyBackup.h"
 #include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"

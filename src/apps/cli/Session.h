@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "cli/Console.h"
+#include "cli/terminal/Console.h"
 #include "common/GuardedFileStore.h"
 #include "foundation/Result.h"
 #include "platform/Platform.h"

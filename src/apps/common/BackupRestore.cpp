@@ -42,7 +42,7 @@ Result<> restoreNewestBackup(const Platform& platform) {
   FileStore& files = platform.files;
   QMBillsLoader loader{platform};
   const std::optional<std::string> backup = newestBackup(platform);
-  const std::string target = loader.tallyvaneDirectory().value_or(std::string());
+  const std::string target = dataFolder(platform);
   const std::string kept = replacedFolder(platform);
   if (!backup || !billsListedIn(platform, *backup)) return Error{translated("there is no complete backup")};
   if (target.empty()) return Error{translated("it cannot be told where the data folder lies")};

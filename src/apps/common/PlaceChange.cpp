@@ -129,8 +129,7 @@ Place currentPlace(const Platform& platform) {
 }
 
 Result<> changePlace(const Platform& platform, const Place& place, Carrying carrying) {
-  const PlaceChange change{QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string()),
-                           dataFolderAt(platform, place), place, carrying};
+  const PlaceChange change{dataFolder(platform), dataFolderAt(platform, place), place, carrying};
   if (Result<> noted = note(platform, change); !noted) return noted;
   const Result<> carried = carrying == Carrying::adopt ? Result<>() : carry(platform, change);
   if (carried) return settle(platform, change);

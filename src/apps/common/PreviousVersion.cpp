@@ -1,16 +1,14 @@
 #include "common/PreviousVersion.h"
 
-#include <algorithm>
-
 #include "common/DataFolderState.h"
+#include "foundation/Paths.h"
 #include "import/QMImportManager.h"
-#include "storage/QMBillsLoader.h"
+#include "storage/DataFolder.h"
 
 namespace tallyvane::programs {
 
 std::string usualFolderOfPreviousVersion(const Platform& platform) {
-  const std::string data = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
-  const std::string around = data.substr(0, std::min(data.rfind('/'), data.size()));
+  const std::string around = parentOf(dataFolder(platform));
   if (around.ends_with("/Tallyvane") && platform.files.isFolder(around + "/Data")) return around;
   return platform.files.applicationSupportFolder() + "/Tallyvane";
 }

@@ -10,9 +10,9 @@
 namespace tallyvane::programs {
 
 void forEachBillToRemindOf(const Platform& platform, const std::function<void(const Dictionary& bill)>& visit) {
-  QMBillsLoader loader{platform};
-  const std::string folder = loader.tallyvaneDirectory().value_or(std::string());
-  for (const std::string& bid : loader.getListOfBills(key::ActiveBills).value_or(std::vector<std::string>())) {
+  const std::string folder = dataFolder(platform);
+  for (const std::string& bid :
+       QMBillsLoader{platform}.getListOfBills(key::ActiveBills).value_or(std::vector<std::string>())) {
     auto bill = readPropertyListFile<Dictionary>(platform.files, platform.log, billPathIn(folder, bid));
     if (!bill || !boolValue(*bill, key::RemindMe)) continue;
     if (!bill->contains(key::Bid)) bill->set(key::Bid, bid);

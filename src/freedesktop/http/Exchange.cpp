@@ -6,6 +6,7 @@
 #include <stop_token>
 #include <string_view>
 
+#include "foundation/Ascii.h"
 #include "freedesktop/http/CurlTransport.h"
 
 namespace tallyvane::curl {
@@ -21,13 +22,6 @@ constexpr long proxyAuthentication = 407;
 long milliseconds(std::chrono::duration<double> time) { return static_cast<long>(std::ceil(time.count() * 1000)); }
 
 bool isSecure(std::string_view url) { return ::strncasecmp(std::string(url).c_str(), "https:", 6) == 0; }
-
-std::string_view trimmed(std::string_view text) {
-  const auto isSpace = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
-  while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isSpace(text.back())) text.remove_suffix(1);
-  return text;
-}
 
 /// How much is read at once. A throttled body is sent in pieces of an eighth of a second: curl would send what fits its
 /// buffer in one go and then stand still for as long as that should have taken.

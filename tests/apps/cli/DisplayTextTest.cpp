@@ -1,10 +1,10 @@
-#include "cli/DisplayText.h"
+#include "cli/terminal/DisplayText.h"
 
 #include <gmock/gmock.h>
 
 #include <sstream>
 
-#include "cli/Table.h"
+#include "cli/terminal/Table.h"
 
 namespace tallyvane::cli {
 namespace {

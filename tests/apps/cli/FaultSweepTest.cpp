@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/BillChange.h"
+#include "cli/bills/BillChange.h"
 #include "common/DailyBackup.h"
 #include "common/MailRound.h"
 #include "common/ReminderPass.h"

@@ -1,6 +1,6 @@
 // What a person meets first: the welcome, the doctor, how work is shown that takes long.
-#include "cli/Progress.h"
 #include "cli/doctor/Diagnosis.h"
+#include "cli/terminal/Progress.h"
 #include "support/CliCommands.h"
 
 namespace tallyvane::testing {

@@ -1,6 +1,6 @@
 #include "cli/check/BillContent.h"
 
-#include "cli/Receipt.h"
+#include "cli/bills/Receipt.h"
 #include "cli/check/Shapes.h"
 #include "common/Sentences.h"
 #include "schedule/RepeatRule.h"

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/Groups.h"
+#include "cli/bills/Groups.h"
 #include "cli/check/Finding.h"
 #include "foundation/Value.h"
 

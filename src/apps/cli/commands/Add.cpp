@@ -1,10 +1,10 @@
 #include <memory>
 
-#include "cli/BillChange.h"
-#include "cli/BillLookup.h"
-#include "cli/BillOptions.h"
-#include "cli/TextInput.h"
+#include "cli/bills/BillChange.h"
+#include "cli/bills/BillLookup.h"
+#include "cli/bills/BillOptions.h"
 #include "cli/commands/Commands.h"
+#include "cli/input/TextInput.h"
 #include "common/Sentences.h"
 #include "storage/QMBill.h"
 #include "storage/QMUIDMaker.h"

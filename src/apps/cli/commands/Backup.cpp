@@ -1,11 +1,11 @@
 #include <memory>
 
-#include "cli/BillLookup.h"
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
+#include "cli/bills/BillLookup.h"
+#include "cli/bills/BillText.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/DailyBackup.h"
 #include "common/DataFolderState.h"
 #include "common/Sentences.h"

@@ -1,10 +1,10 @@
 #include <memory>
 
-#include "cli/BillLookup.h"
 #include "cli/Completion.h"
-#include "cli/DisplayText.h"
-#include "cli/SettingsCatalogue.h"
+#include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
+#include "cli/settings/SettingsCatalogue.h"
+#include "cli/terminal/DisplayText.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {

@@ -1,8 +1,8 @@
 #include <memory>
 
-#include "cli/BillLookup.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
+#include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
 #include "common/Sentences.h"
 #include "storage/QMBill.h"

@@ -1,11 +1,11 @@
 #include <algorithm>
 
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
-#include "cli/Fields.h"
 #include "cli/Json.h"
 #include "cli/commands/Commands.h"
 #include "cli/doctor/Diagnosis.h"
+#include "cli/terminal/DisplayText.h"
+#include "cli/terminal/Fields.h"
 #include "common/Sentences.h"
 
 namespace tallyvane::cli {

@@ -2,11 +2,11 @@
 #include <memory>
 #include <optional>
 
-#include "cli/BillLookup.h"
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
+#include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
 #include "cli/export/Exports.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 
 namespace tallyvane::cli {

@@ -6,15 +6,15 @@
 #include <memory>
 
 #include "analysis/QMMonthlyGraphManager.h"
-#include "cli/Bars.h"
-#include "cli/BillLookup.h"
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
-#include "cli/PaymentChange.h"
-#include "cli/Table.h"
+#include "cli/bills/BillLookup.h"
+#include "cli/bills/BillText.h"
+#include "cli/bills/PaymentChange.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/Bars.h"
+#include "cli/terminal/DisplayText.h"
+#include "cli/terminal/Table.h"
 #include "common/Sentences.h"
 
 namespace tallyvane::cli {

@@ -1,6 +1,6 @@
 #include "cli/Json.h"
-#include "cli/Table.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/Table.h"
 #include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 

@@ -3,23 +3,19 @@
 #include <set>
 #include <stdexcept>
 
-#include "cli/BillChange.h"
-#include "cli/BillLookup.h"
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
-#include "cli/Progress.h"
-#include "cli/Table.h"
+#include "cli/bills/BillChange.h"
+#include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
+#include "cli/import/OldBills.h"
+#include "cli/terminal/DisplayText.h"
+#include "cli/terminal/Progress.h"
 #include "common/DataFolderState.h"
 #include "common/PlaceChange.h"
 #include "common/PreviousVersion.h"
 #include "common/Sentences.h"
-#include "foundation/NumberReading.h"
 #include "import/QMImportManager.h"
-#include "platform/PropertyListFile.h"
-#include "schedule/RepeatRule.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
 #include "storage/QMBillsLoader.h"
@@ -33,19 +29,6 @@ struct Options {
   std::string folder;
   bool dryRun = false;
   bool force = false;
-};
-
-/// An old file and what it becomes.
-struct OldBill {
-  std::string file;
-  std::string name;
-  std::string icon;
-  std::optional<Date> due;
-  std::string repeats;
-  std::size_t payments = 0;
-  bool active = false;
-  bool readable = false;
-  bool stopsImport = false;
 };
 
 /// Passes everything on and tells a person how far the import is.
@@ -86,7 +69,7 @@ std::string oldFolderOf(const Platform& platform, const Options& options) {
 }
 
 void requireOldFolder(const Platform& platform, const std::string& folder) {
-  const std::string data = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
+  const std::string data = dataFolder(platform);
   if (platform.files.liesIn(folder + "/Data", data))
     couldNot(sentence("{} lies in the data folder; an old folder is beside it.", folder));
   const bool isOld = folder.ends_with("/Tallyvane") && platform.files.isFolder(folder + "/Data");
@@ -95,16 +78,16 @@ void requireOldFolder(const Platform& platform, const std::string& folder) {
                       folder));
 }
 
-bool hasBills(const Platform& platform, const std::string& dataFolder) {
-  return platform.files.exists(dataFolder + "/" + std::string(billIndexName)) &&
-         programs::billsListedIn(platform, dataFolder) != 0U;
+bool hasBills(const Platform& platform, const std::string& folder) {
+  return platform.files.exists(folder + "/" + std::string(billIndexName)) &&
+         programs::billsListedIn(platform, folder) != 0U;
 }
 
 /// An import for which no folder is named goes to the usual place, which is in use from then on. Bills at the user's
 /// own place would be out of sight, and those at the usual one mixed with the old.
 void requireNoBillsAtEitherPlace(const Platform& platform, const std::string& oldFolder) {
   if (!boolSetting(platform.defaults, key::CustomLocationEnabled)) return;
-  const std::string own = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
+  const std::string own = dataFolder(platform);
   for (const std::string& place : {own, programs::dataFolderAt(platform, {})}) {
     if (!hasBills(platform, place)) continue;
     couldNot(
@@ -112,85 +95,6 @@ void requireNoBillsAtEitherPlace(const Platform& platform, const std::string& ol
                  "the old folder to bring its bills into {}: tallyvane import {}",
                  place, own, oldFolder));
   }
-}
-
-/// The payments of such a file cannot be told apart from their notes and receipts.
-bool lacksNotesOrReceipts(const Dictionary& old, std::size_t payments) {
-  const auto isShort = [&](std::string_view key) {
-    const Array* list = old.get<Array>(key);
-    return list != nullptr && list->size() < payments;
-  };
-  return isShort("Pay_Notes") || isShort("Pay_Attachment");
-}
-
-OldBill oldBill(const Platform& platform, const std::string& folder, const std::string& name) {
-  const QMImportManager manager{platform};
-  const auto record = readPropertyListFile<Dictionary>(platform.files, platform.log, folder + "/Data/" + name);
-  const Dictionary old = record.value_or(Dictionary());
-  const auto text = [&](std::string_view key) { return old.valueOr(key, std::string()); };
-  OldBill bill{name, manager.billNameOf(name), manager.convertIconWithIcon(text("Icon")), {}, "", 0, false, false,
-               false};
-  bill.readable = record.has_value();
-  if (const Date* due = old.get<Date>("Next_Due")) bill.due = *due;
-  if (const Array* amounts = old.get<Array>("Pay_Amounts")) bill.payments = amounts->size();
-  if (const Value* count = old.find("Repeat_a")) {
-    const std::int64_t unit = manager.calculateRepeatBWithString(text("Repeat_b"));
-    const Array rule{*count, unit};
-    bill.repeats = QMBillsLoader{platform}.createHumanRepeatWithArray(&rule).value_or(std::string());
-    if (unit == UnitKind::never && bill.payments > 0) bill.due = distantFuture;
-  }
-  bill.active = boolValue(old, "Is_Active");
-  bill.stopsImport = lacksNotesOrReceipts(old, bill.payments);
-  return bill;
-}
-
-std::vector<OldBill> oldBills(const Platform& platform, const std::string& folder) {
-  std::vector<OldBill> bills;
-  const Result<std::vector<std::string>> names = platform.files.list(folder + "/Data");
-  if (!names) couldNot(sentence("The old bills cannot be listed: {}.", names.error()));
-  for (const std::string& name : *names) {
-    if (!name.starts_with('.')) bills.push_back(oldBill(platform, folder, name));
-  }
-  return bills;
-}
-
-Cell stateOf(const OldBill& bill) {
-  if (bill.stopsImport) return wordCell(marked("stops the import: fewer notes or receipts than payments"));
-  if (!bill.readable) return wordCell(marked("archived; not readable"));
-  return wordCell(std::string(bill.active ? activeBills.word : archivedBills.word));
-}
-
-void printPlan(Session& session, const std::vector<OldBill>& bills) {
-  const QMBillsLoader loader{session.platform};
-  Table table({{marked("File"), false, 12, 3},
-               {marked("Bill"), false, 12},
-               {marked("Due")},
-               {marked("Repeats"), false, 0, 2},
-               {marked("Payments"), true},
-               // translators: what an old file becomes: an active bill or an archived one
-               {marked("Becomes")}});
-  for (const OldBill& bill : bills) {
-    const Cell due =
-        bill.due ? Cell(loader.createDueDateStringWithDate(*bill.due), isoDay(session.platform, *bill.due)) : Cell("");
-    table.add({bill.file, bill.name, due, bill.repeats, std::to_string(bill.payments), stateOf(bill)});
-  }
-  table.print(session.console);
-}
-
-Json planJson(const Platform& platform, const std::vector<OldBill>& bills) {
-  Json list = Json::array();
-  for (const OldBill& bill : bills) {
-    list.push_back({{"file", bill.file},
-                    {"name", bill.name},
-                    {"icon", bill.icon},
-                    {"dueDate", bill.due ? Json(isoDay(platform, *bill.due)) : Json(nullptr)},
-                    {"repeats", bill.repeats},
-                    {"payments", bill.payments},
-                    {"state", bill.active ? "active" : "archived"},
-                    {"readable", bill.readable},
-                    {"stopsImport", bill.stopsImport}});
-  }
-  return list;
 }
 
 /// Importing the same folder again would make every bill twice.
@@ -270,14 +174,13 @@ void importBills(Session& session, const Options& options) {
   const std::vector<OldBill> bills = oldBills(platform, folder);
   if (options.dryRun) {
     if (session.json)
-      return printJson(session.console, {{"folder", folder}, {"dryRun", true}, {"bills", planJson(platform, bills)}});
-    return printPlan(session, bills);
+      return printJson(session.console, {{"folder", folder}, {"dryRun", true}, {"bills", jsonOf(platform, bills)}});
+    return tableOf(platform, bills).print(session.console);
   }
   if (!options.force) requireNewNames(platform, bills);
-  const auto dataFolder = [&] { return QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string()); };
-  const std::string before = dataFolder();
+  const std::string before = dataFolder(platform);
   const std::size_t imported = importAll(session, options, folder, bills.size());
-  const std::string after = dataFolder();
+  const std::string after = dataFolder(platform);
   if (session.json)
     return printJson(session.console, {{"folder", folder}, {"imported", imported}, {"dataFolder", after}});
   session.console.line(countedSentence(imported, "Imported {} bill. The old files stay where they are.",

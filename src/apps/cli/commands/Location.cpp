@@ -1,15 +1,16 @@
 #include <filesystem>
 #include <memory>
 
-#include "cli/BillLookup.h"
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
-#include "cli/SettingsCatalogue.h"
+#include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
+#include "cli/settings/SettingValue.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/DataFolderState.h"
 #include "common/PlaceChange.h"
 #include "common/Sentences.h"
+#include "storage/DataFolder.h"
 #include "storage/Keys.h"
 #include "storage/QMBillsLoader.h"
 #include "storage/Settings.h"
@@ -30,13 +31,9 @@ struct Options {
   bool finish = false;
 };
 
-std::string currentFolder(const Platform& platform) {
-  return QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
-}
-
 void showLocation(Session& session) {
   const Platform& platform = session.platform;
-  const std::string folder = currentFolder(platform);
+  const std::string folder = dataFolder(platform);
   const bool isOwn = boolSetting(platform.defaults, key::CustomLocationEnabled);
   // translators: the kind of place where the data folder is: the usual one, a Dropbox, or another that was chosen
   const std::string kind = !isOwn                                                    ? marked("usual")
@@ -80,7 +77,7 @@ Place ownPlace(const Platform& platform, const Options& options) {
 /// What is asked for, where it loses and mixes nothing: the new place is free, or what is there is to be used.
 Carrying carryingTo(const Platform& platform, const std::string& to, bool isUsual, const Options& options) {
   FileStore& files = platform.files;
-  const std::string from = currentFolder(platform);
+  const std::string from = dataFolder(platform);
   const bool isInside = files.liesIn(to, from);
   const bool isAround = files.liesIn(from, to);
   if (isInside && isAround) couldNot(sentence("The data folder is there already: {}.", from));
@@ -122,7 +119,7 @@ void sayWhereNow(Session& session, const std::string& said) {
 void changeLocation(Session& session, const Options& options) {
   const Platform& platform = session.platform;
   const Place place = options.reset ? Place() : ownPlace(platform, options);
-  const std::string from = currentFolder(platform);
+  const std::string from = dataFolder(platform);
   const std::string to = programs::dataFolderAt(platform, place);
   Carrying carrying = Carrying::move;
   Result<> outcome;
@@ -148,7 +145,7 @@ void finishChange(Session& session) {
     outcome = programs::finishPlaceChange(platform, *change);
   });
   if (!outcome) failChange(platform, outcome.error());
-  sayWhereNow(session, sentence("The data folder is {}.", currentFolder(platform)));
+  sayWhereNow(session, sentence("The data folder is {}.", dataFolder(platform)));
 }
 
 void runLocation(Session& session, const Options& options) {

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <memory>
 
-#include "cli/BillLookup.h"
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
-#include "cli/SettingsCatalogue.h"
-#include "cli/Table.h"
+#include "cli/bills/BillLookup.h"
+#include "cli/bills/BillText.h"
 #include "cli/commands/Commands.h"
+#include "cli/settings/SettingValue.h"
+#include "cli/terminal/DisplayText.h"
+#include "cli/terminal/Table.h"
 #include "common/MailRound.h"
 #include "common/Sentences.h"
 #include "reminders/QMEmailManager.h"

@@ -1,10 +1,10 @@
 #include <fmt/format.h>
 
-#include "cli/BillLookup.h"
-#include "cli/DisplayText.h"
 #include "cli/Json.h"
 #include "cli/TextStatusBar.h"
+#include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 #include "helper/QMHelperMenulet.h"
 #include "storage/QMBillsLoader.h"

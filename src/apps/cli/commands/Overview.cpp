@@ -4,13 +4,13 @@
 #include <array>
 #include <memory>
 
-#include "cli/BillLookup.h"
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
-#include "cli/Fields.h"
 #include "cli/Json.h"
-#include "cli/Table.h"
+#include "cli/bills/BillLookup.h"
+#include "cli/bills/BillText.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/DisplayText.h"
+#include "cli/terminal/Fields.h"
+#include "cli/terminal/Table.h"
 #include "common/PreviousVersion.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"

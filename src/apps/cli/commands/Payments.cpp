@@ -1,17 +1,17 @@
 #include <algorithm>
 #include <memory>
 
-#include "cli/BillChange.h"
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
-#include "cli/PaymentChange.h"
-#include "cli/Receipt.h"
-#include "cli/TextInput.h"
+#include "cli/bills/BillChange.h"
+#include "cli/bills/BillText.h"
+#include "cli/bills/PaymentChange.h"
+#include "cli/bills/Receipt.h"
 #include "cli/commands/Commands.h"
 #include "cli/input/AmountInput.h"
 #include "cli/input/DueDateInput.h"
+#include "cli/input/TextInput.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/PaymentList.h"

@@ -2,15 +2,15 @@
 
 #include <memory>
 
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
-#include "cli/TextInput.h"
+#include "cli/bills/BillText.h"
 #include "cli/commands/Commands.h"
 #include "cli/input/DueDateInput.h"
 #include "cli/input/NextDueDates.h"
 #include "cli/input/RepeatInput.h"
+#include "cli/input/TextInput.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 

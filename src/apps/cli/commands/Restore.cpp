@@ -1,7 +1,7 @@
 #include <memory>
 
-#include "cli/BillChange.h"
-#include "cli/BillLookup.h"
+#include "cli/bills/BillChange.h"
+#include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
 #include "common/Sentences.h"
 #include "storage/QMBill.h"

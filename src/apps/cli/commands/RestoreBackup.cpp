@@ -1,9 +1,9 @@
 #include <memory>
 
-#include "cli/BillChange.h"
-#include "cli/BillLookup.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
+#include "cli/bills/BillChange.h"
+#include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
 #include "common/BackupRestore.h"
 #include "common/DataFolderState.h"

@@ -4,11 +4,11 @@
 #include <array>
 #include <memory>
 
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
-#include "cli/SettingsCatalogue.h"
 #include "cli/commands/Commands.h"
+#include "cli/settings/SettingValue.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/DataFolderState.h"
 #include "common/Sentences.h"
 #include "storage/Keys.h"

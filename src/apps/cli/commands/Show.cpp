@@ -2,11 +2,11 @@
 
 #include <memory>
 
-#include "cli/BillLookup.h"
-#include "cli/BillText.h"
-#include "cli/Fields.h"
 #include "cli/Json.h"
+#include "cli/bills/BillLookup.h"
+#include "cli/bills/BillText.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/Fields.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "storage/QMBillsLoader.h"

@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <memory>
 
-#include "cli/BillChange.h"
-#include "cli/BillLookup.h"
-#include "cli/DisplayText.h"
 #include "cli/Json.h"
-#include "cli/TextInput.h"
+#include "cli/bills/BillChange.h"
+#include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
+#include "cli/input/TextInput.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "cli/Failure.h"
-#include "cli/Fields.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/Fields.h"
 #include "common/Sentences.h"
 #include "freedesktop/InstalledResources.h"
 #include "freedesktop/Interrupts.h"

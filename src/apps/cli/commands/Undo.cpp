@@ -1,13 +1,13 @@
 #include <algorithm>
 #include <memory>
 
-#include "cli/BillChange.h"
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
 #include "cli/Json.h"
-#include "cli/PaymentChange.h"
+#include "cli/bills/BillChange.h"
+#include "cli/bills/BillText.h"
+#include "cli/bills/PaymentChange.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/PaymentList.h"

@@ -1,12 +1,12 @@
 #include <memory>
 
-#include "cli/BillLookup.h"
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
-#include "cli/Groups.h"
 #include "cli/Json.h"
-#include "cli/Table.h"
+#include "cli/bills/BillLookup.h"
+#include "cli/bills/BillText.h"
+#include "cli/bills/Groups.h"
 #include "cli/commands/Commands.h"
+#include "cli/terminal/DisplayText.h"
+#include "cli/terminal/Table.h"
 #include "common/Sentences.h"
 #include "foundation/Markup.h"
 #include "storage/QMBillsLoader.h"

@@ -1,13 +1,13 @@
 #include "cli/doctor/Diagnosis.h"
 
-#include "cli/BillLookup.h"
 #include "cli/Failure.h"
+#include "cli/bills/BillLookup.h"
 #include "common/DataFolderState.h"
 #include "common/Sentences.h"
 #include "reminders/QMEmailManager.h"
 #include "reminders/QMReminderManager.h"
+#include "storage/DataFolder.h"
 #include "storage/Keys.h"
-#include "storage/QMBillsLoader.h"
 #include "storage/Settings.h"
 
 namespace tallyvane::cli {
@@ -27,7 +27,7 @@ Diagnosis billsOf(const Platform& platform, const Surroundings& around) {
   } catch (const Failure& failure) {
     return {subject, Health::broken, failure.what(), ""};
   }
-  const std::string folder = QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string());
+  const std::string folder = dataFolder(platform);
   if (!around.isDataFolderWritable)
     return {subject, Health::broken, cannotBeWritten(folder), translated("Check its owner and its permissions.")};
   const std::size_t bills = programs::billsListedIn(platform, folder).value_or(0);

@@ -9,7 +9,7 @@
 #include "freedesktop/Gettext.h"
 #include "freedesktop/InstalledResources.h"
 #include "freedesktop/LoadedHttpTransport.h"
-#include "storage/QMBillsLoader.h"
+#include "storage/DataFolder.h"
 
 namespace tallyvane::cli {
 
@@ -78,15 +78,14 @@ Surroundings lookAround(const Platform& platform, const Environment& environment
   const SessionEnvironment session = SessionEnvironment::of(environment);
   SessionBus bus(session.busAddress, patience);
   const auto launcher = DesktopEntries(files, session).handlerOfScheme("com-quillmoor-tallyvanelaunch");
-  return {
-      .services = SessionServices::ask(bus),
-      .launcher = launcher ? std::optional(launcher->path) : std::nullopt,
-      .autostart = autostartOf(files, session),
-      .zoneSource = zoneSourceOf(environment),
-      .hasCatalogue = hasCatalogueFor(files, platform.region.locale),
-      .hasHttpModule = files.exists(httpModuleOf(ownExecutable())),
-      .isDataFolderWritable = isWritable(files, QMBillsLoader{platform}.tallyvaneDirectory().value_or(std::string())),
-      .isCalendarFolderWritable = isWritable(files, calendarFolderOf(platform.calendars))};
+  return {.services = SessionServices::ask(bus),
+          .launcher = launcher ? std::optional(launcher->path) : std::nullopt,
+          .autostart = autostartOf(files, session),
+          .zoneSource = zoneSourceOf(environment),
+          .hasCatalogue = hasCatalogueFor(files, platform.region.locale),
+          .hasHttpModule = files.exists(httpModuleOf(ownExecutable())),
+          .isDataFolderWritable = isWritable(files, dataFolder(platform)),
+          .isCalendarFolderWritable = isWritable(files, calendarFolderOf(platform.calendars))};
 }
 
 }  // namespace tallyvane::cli

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "cli/BillText.h"
+#include "cli/bills/BillText.h"
 #include "cli/export/Exports.h"
 #include "cli/input/NextDueDates.h"
 #include "foundation/Calendar.h"

@@ -1,4 +1,4 @@
-#include "cli/BillText.h"
+#include "cli/bills/BillText.h"
 #include "cli/export/Exports.h"
 #include "cli/export/PlainDecimal.h"
 #include "foundation/NumberReading.h"

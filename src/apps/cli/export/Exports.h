@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/BillLookup.h"
+#include "cli/bills/BillLookup.h"
 #include "foundation/Result.h"
 #include "platform/Platform.h"
 

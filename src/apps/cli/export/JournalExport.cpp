@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <sstream>
 
-#include "cli/BillText.h"
-#include "cli/DisplayText.h"
+#include "cli/bills/BillText.h"
 #include "cli/export/Exports.h"
 #include "cli/export/PlainDecimal.h"
+#include "cli/terminal/DisplayText.h"
 #include "foundation/Currency.h"
 #include "foundation/IcuSupport.h"
 #include "foundation/NumberReading.h"

@@ -1,6 +1,6 @@
-#include "cli/DisplayText.h"
 #include "cli/Json.h"
 #include "cli/export/Exports.h"
+#include "cli/terminal/DisplayText.h"
 #include "storage/QMBillsLoader.h"
 
 namespace tallyvane::cli {

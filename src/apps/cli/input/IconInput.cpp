@@ -5,8 +5,8 @@
 #include <functional>
 #include <vector>
 
-#include "cli/Similar.h"
 #include "cli/input/InputText.h"
+#include "cli/input/Similar.h"
 #include "common/Sentences.h"
 #include "storage/QMBillsLoader.h"
 

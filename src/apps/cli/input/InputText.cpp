@@ -7,7 +7,7 @@
 #include <charconv>
 #include <iterator>
 
-#include "cli/Similar.h"
+#include "cli/input/Similar.h"
 #include "foundation/Ascii.h"
 #include "foundation/IcuSupport.h"
 

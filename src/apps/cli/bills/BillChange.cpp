@@ -1,11 +1,11 @@
-#include "cli/BillChange.h"
+#include "cli/bills/BillChange.h"
 
 #include <algorithm>
 #include <set>
 
-#include "cli/BillLookup.h"
-#include "cli/DisplayText.h"
 #include "cli/Json.h"
+#include "cli/bills/BillLookup.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "platform/PropertyListFile.h"

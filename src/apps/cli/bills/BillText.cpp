@@ -1,4 +1,4 @@
-#include "cli/BillText.h"
+#include "cli/bills/BillText.h"
 
 #include <fmt/format.h>
 

@@ -1,9 +1,9 @@
-#include "cli/Table.h"
+#include "cli/terminal/Table.h"
 
 #include <algorithm>
 #include <numeric>
 
-#include "cli/DisplayText.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 
 namespace tallyvane::cli {

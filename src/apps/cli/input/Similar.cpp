@@ -1,4 +1,4 @@
-#include "cli/Similar.h"
+#include "cli/input/Similar.h"
 #include "foundation/IcuSupport.h"
 
 #include <unicode/normalizer2.h>

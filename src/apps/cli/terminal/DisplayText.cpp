@@ -1,4 +1,4 @@
-#include "cli/DisplayText.h"
+#include "cli/terminal/DisplayText.h"
 
 #include <fmt/format.h>
 #include <unicode/brkiter.h>

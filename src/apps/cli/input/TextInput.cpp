@@ -1,23 +1,14 @@
-#include "cli/TextInput.h"
+#include "cli/input/TextInput.h"
 
 #include <algorithm>
 #include <charconv>
 
-#include "cli/DisplayText.h"
 #include "cli/Failure.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
+#include "foundation/Ascii.h"
 
 namespace tallyvane::cli {
-
-namespace {
-
-std::string trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string_view::npos) return "";
-  return std::string(text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1));
-}
-
-}  // namespace
 
 std::string lineInput(std::string_view text) {
   if (printable(text) != text) {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/Console.h"
-#include "cli/Table.h"
+#include "cli/terminal/Console.h"
+#include "cli/terminal/Table.h"
 
 namespace tallyvane::cli {
 

@@ -1,11 +1,11 @@
-#include "cli/PaymentChange.h"
+#include "cli/bills/PaymentChange.h"
 
 #include <cmath>
 #include <filesystem>
 
-#include "cli/BillChange.h"
-#include "cli/BillText.h"
 #include "cli/Failure.h"
+#include "cli/bills/BillChange.h"
+#include "cli/bills/BillText.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/QMPaymentLogger.h"

@@ -1,8 +1,8 @@
-#include "cli/Fields.h"
+#include "cli/terminal/Fields.h"
 
 #include <algorithm>
 
-#include "cli/DisplayText.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 
 namespace tallyvane::cli {

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "cli/Console.h"
+#include "cli/terminal/Console.h"
 #include "common/Sentences.h"
 
 namespace tallyvane::cli {

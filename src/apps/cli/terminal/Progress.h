@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "cli/Console.h"
+#include "cli/terminal/Console.h"
 
 namespace tallyvane::cli {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/Groups.h"
+#include "cli/bills/Groups.h"
 #include "common/Sentences.h"
 #include "foundation/Value.h"
 #include "platform/Platform.h"

@@ -1,4 +1,4 @@
-#include "cli/Progress.h"
+#include "cli/terminal/Progress.h"
 
 namespace tallyvane::cli {
 

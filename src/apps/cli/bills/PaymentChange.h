@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "cli/BillLookup.h"
-#include "cli/Fields.h"
 #include "cli/Json.h"
 #include "cli/Session.h"
+#include "cli/bills/BillLookup.h"
+#include "cli/terminal/Fields.h"
 
 namespace tallyvane::cli {
 

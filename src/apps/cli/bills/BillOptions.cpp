@@ -1,11 +1,11 @@
-#include "cli/BillOptions.h"
+#include "cli/bills/BillOptions.h"
 
 #include "cli/Failure.h"
-#include "cli/TextInput.h"
 #include "cli/input/AmountInput.h"
 #include "cli/input/DueDateInput.h"
 #include "cli/input/IconInput.h"
 #include "cli/input/RepeatInput.h"
+#include "cli/input/TextInput.h"
 #include "storage/Keys.h"
 #include "storage/QMBill.h"
 

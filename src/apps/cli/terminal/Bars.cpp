@@ -1,4 +1,4 @@
-#include "cli/Bars.h"
+#include "cli/terminal/Bars.h"
 
 #include <fmt/format.h>
 
@@ -6,7 +6,7 @@
 #include <array>
 #include <cmath>
 
-#include "cli/DisplayText.h"
+#include "cli/terminal/DisplayText.h"
 #include "foundation/Markup.h"
 #include "foundation/NumberReading.h"
 #include "storage/Keys.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/Console.h"
+#include "cli/terminal/Console.h"
 #include "common/Sentences.h"
 
 namespace tallyvane::cli {

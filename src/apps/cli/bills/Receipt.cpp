@@ -1,4 +1,4 @@
-#include "cli/Receipt.h"
+#include "cli/bills/Receipt.h"
 
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"

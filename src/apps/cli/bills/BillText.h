@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "cli/Console.h"
-#include "cli/Table.h"
+#include "cli/terminal/Console.h"
+#include "cli/terminal/Table.h"
 #include "foundation/Value.h"
 #include "platform/Platform.h"
 

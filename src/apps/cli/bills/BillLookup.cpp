@@ -1,4 +1,4 @@
-#include "cli/BillLookup.h"
+#include "cli/bills/BillLookup.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -10,7 +10,7 @@
 
 #include "cli/Failure.h"
 #include "cli/Reason.h"
-#include "cli/Similar.h"
+#include "cli/input/Similar.h"
 #include "common/DataFolderState.h"
 #include "common/Sentences.h"
 #include "platform/PropertyListFile.h"
@@ -136,7 +136,7 @@ std::vector<Dictionary> contentsOf(const Platform& platform, const std::vector<G
 std::vector<ListedBill> allBills(const Platform& platform) {
   requireReadableData(platform);
   QMBillsLoader loader{platform};
-  const std::string folder = loader.tallyvaneDirectory().value_or(std::string());
+  const std::string folder = dataFolder(platform);
   std::vector<ListedBill> bills;
   std::set<std::string> seen;
   for (const Group& group : allGroups) {

@@ -1,7 +1,7 @@
-#include "cli/Console.h"
+#include "cli/terminal/Console.h"
 
-#include "cli/DisplayText.h"
-#include "cli/Similar.h"
+#include "cli/input/Similar.h"
+#include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 
 namespace tallyvane::cli {
