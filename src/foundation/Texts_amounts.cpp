@@ -137,15 +137,17 @@ std::optional<double> plainNumberOf(const icu::UnicodeString& digits) {
   return value;
 }
 
-std::optional<double> numberOf(const icu::UnicodeString& text, const icu::DecimalFormat& format,
-                               const std::vector<icu::UnicodeString>& currencyNames) {
+/// Without blanks, signs and the currency's names around the digits.
+Stripped strippedOf(const icu::UnicodeString& text, const std::vector<icu::UnicodeString>& currencyNames) {
   Stripped stripped{.text = withoutMarks(text)};
   trim(stripped.text);
   while (stripped.stripSign() || stripped.stripCurrency(currencyNames)) {
   }
-  std::optional<double> amount = wholeNumberOf(format, stripped.text);
-  if (!amount) amount = plainNumberOf(stripped.text);
-  if (amount && stripped.isNegative) amount = -*amount;
+  return stripped;
+}
+
+std::optional<double> signedNumber(std::optional<double> amount, bool isNegative) {
+  if (amount && isNegative) amount = -*amount;
   return amount;
 }
 
@@ -153,11 +155,15 @@ std::optional<double> numberOf(const icu::UnicodeString& text, const icu::Decima
 
 std::optional<double> parsedAmount(const Region& region, std::string_view text) {
   const AmountReader& reader = readerOf(region);
-  return numberOf(unicodeOf(text).foldCase(), *reader.money, reader.currencyNames);
+  const Stripped stripped = strippedOf(unicodeOf(text).foldCase(), reader.currencyNames);
+  std::optional<double> amount = wholeNumberOf(*reader.money, stripped.text);
+  if (!amount) amount = plainNumberOf(stripped.text);
+  return signedNumber(amount, stripped.isNegative);
 }
 
 std::optional<double> parsedNumber(const Region& region, std::string_view text) {
-  return numberOf(unicodeOf(text), *readerOf(region).decimal, {});
+  const Stripped stripped = strippedOf(unicodeOf(text), {});
+  return signedNumber(wholeNumberOf(*readerOf(region).decimal, stripped.text), stripped.isNegative);
 }
 
 }  // namespace tallyvane

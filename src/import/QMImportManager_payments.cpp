@@ -2,6 +2,7 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <stdexcept>
 
 #include "foundation/NumberReading.h"
@@ -42,16 +43,12 @@ Value dateOf(const Array* dates, std::size_t index) {
   return date == nullptr || date->is<std::string>() ? Value(unknownDate) : *date;
 }
 
-/// A folder of receipts is named by one plain name: none leads elsewhere.
-bool isPlainName(std::string_view name) {
-  return !name.empty() && name != "." && name != ".." && name.find('/') == std::string_view::npos;
-}
-
-/// Hidden files, such as what a desktop keeps about a folder, come last.
-const std::string& firstOf(const std::vector<std::string>& names) {
-  const auto isVisible = [](const std::string& name) { return !name.starts_with('.'); };
-  const auto visible = std::find_if(names.begin(), names.end(), isVisible);
-  return visible == names.end() ? names.front() : *visible;
+/// A folder of receipts lies inside the folder of them all: no name leads elsewhere.
+bool leadsInside(std::string_view name) {
+  for (const auto& part : std::filesystem::path(name)) {
+    if (part.empty() || part == "." || part == ".." || part == "/") return false;
+  }
+  return !name.empty();
 }
 
 }  // namespace
@@ -90,11 +87,13 @@ std::string QMImportManager::receiptOf(const Value* attachment, const std::strin
   const auto* name = attachment == nullptr ? nullptr : attachment->get<std::string>();
   if (name == nullptr || containsIgnoringCase(*name, "Attach")) return "";
   const std::string folder = joined(parentOf(withoutTrailingSlashes(dataPath)), "receipts/" + *name);
-  const Result<std::vector<std::string>> files =
-      isPlainName(*name) ? platform_.files.list(folder) : Result<std::vector<std::string>>(Error{});
+  Result<std::vector<std::string>> files =
+      leadsInside(*name) ? platform_.files.list(folder) : Result<std::vector<std::string>>(Error{});
   if (!files) return *name;
+  // Hidden files, such as what a desktop keeps about a folder, come last.
+  std::stable_partition(files->begin(), files->end(), [](const std::string& file) { return !file.starts_with('.'); });
   platform_.log.line(fmt::format("Files found: ({})", fmt::join(*files, ", ")));
-  return files->empty() ? "" : QMPaymentLogger{platform_}.copyAttachment(folder + "/" + firstOf(*files));
+  return files->empty() ? "" : QMPaymentLogger{platform_}.copyAttachment(folder + "/" + files->front());
 }
 
 }  // namespace tallyvane

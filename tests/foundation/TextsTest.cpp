@@ -93,6 +93,7 @@ TEST(Texts, ReadANumberWithoutACurrency) {
   EXPECT_EQ(parsedNumber(regionOf("en_US"), " -1,250.5 "), -1250.5);
   for (const char* text : {"$5", "5 USD", "5 kg", "", "-"})
     EXPECT_EQ(parsedNumber(regionOf("en_US"), text), std::nullopt) << text;
+  EXPECT_EQ(parsedNumber(regionOf("de_DE"), "1250.50"), std::nullopt);  // not even as money, for which it would do
 }
 
 TEST(Texts, ReadBackEveryAmountThatTheyWrite) {

@@ -108,11 +108,12 @@ TEST_F(Import, WhatHasAnotherTypeThanItShouldIsKeptAsItIs) {
 }
 
 TEST_F(Import, OfSeveralReceiptsTheFirstThatIsNotHiddenIsTaken) {
-  putOld("Rent.plist", oldBill());
+  putOld("Rent.plist", with(oldBill(), "Pay_Attachment", Array{"", "2015/R1"}));
   for (const char* name : {".DS_Store", "b.pdf", "a.pdf"})
-    desktop.files.content[oldFolder + "/receipts/R1/" + name] = name;
-  (void)desktop.files.createFolder(oldFolder + "/receipts/R1");
+    desktop.files.content[oldFolder + "/receipts/2015/R1/" + name] = name;
+  (void)desktop.files.createFolder(oldFolder + "/receipts/2015/R1");
   importer.performImportWithBillsAtPath({oldFolder + "/Data/Rent.plist"}, oldFolder + "/Data/");
+  EXPECT_THAT(desktop.log.lines, Contains("Files found: (a.pdf, b.pdf, .DS_Store)"));
   const Dictionary bill = fileOf(desktop, stringsOf(indexOf(desktop).get<Array>("ActiveBills")).at(0) + ".plist");
   EXPECT_EQ(desktop.files.content[payment(bill, 1).valueOr("Receipt", std::string())], "a.pdf");
 }
