@@ -50,6 +50,7 @@ TEST_F(Safekeeping, RestoresAfterAQuestionWithRemindersOfWhatIsThere) {
   cli.asker = [](const std::string&) { return "n"; };
   EXPECT_THAT(cli.run({"restore-backup"}).err, HasSubstr("Nothing was changed"));
   cli.desktop.files.content[usual + "/billindex.plist"] = "damaged";
+  EXPECT_THAT(cli.run({"overview"}).err, HasSubstr("\"tallyvane restore-backup\" brings back the last backup."));
   cli.asker = [](const std::string&) { return "y"; };
   EXPECT_EQ(done({"restore-backup"}), "Restored the backup of Wed, Mar 10, 2027 with 1 bill.\n");
   EXPECT_EQ(contentOf(cli.desktop, usual), before);

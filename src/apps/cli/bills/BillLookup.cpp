@@ -16,6 +16,7 @@
 #include "platform/PropertyListFile.h"
 #include "storage/BillIndex.h"
 #include "storage/DataFolder.h"
+#include "storage/NewestBackup.h"
 #include "storage/QMBillsLoader.h"
 #include "storage/Settings.h"
 
@@ -89,6 +90,19 @@ std::string stateOf(const ListedBill& bill) {
   couldNot(similar ? missing + " " + sentence("Did you mean \"{}\"?", *similar) : missing);
 }
 
+/// Why the file cannot be read as a dictionary; nothing when it can, or is not there.
+std::optional<std::string> reasonAgainst(const Platform& platform, const std::string& path) {
+  Reason reason;
+  if (readPropertyListFile<Dictionary>(platform.files, reason, path) || reason.text.empty()) return std::nullopt;
+  return reason.text;
+}
+
+std::string wayBack(const Platform& platform) {
+  const auto backup = newestBackup(platform);
+  if (!backup || !platform.files.exists(*backup)) return "";
+  return " " + translated("\"tallyvane restore-backup\" brings back the last backup.");
+}
+
 }  // namespace
 
 std::string requireDataFolder(const Platform& platform) {
@@ -108,19 +122,19 @@ std::string requireDataFolder(const Platform& platform) {
 
 void requireReadableData(const Platform& platform) {
   const std::string path = requireDataFolder(platform) + "/" + std::string(billIndexName);
-  requireReadableFile(platform, path,
-                      marked("The list of bills: {}. Put back a good copy of this file, or move it away."));
+  if (const auto reason = reasonAgainst(platform, path))
+    couldNot(sentence("The list of bills: {}. Put back a good copy of this file, or move it away.", *reason) +
+             wayBack(platform));
   const auto index = readPropertyListFile<Dictionary>(platform.files, platform.log, path);
   if (const auto odd = index ? oddListOf(*index) : std::nullopt) {
-    couldNot(sentence("The list of bills: \"{}\" is not a list in {}. Put back a good copy of this file.", *odd, path));
+    couldNot(sentence("The list of bills: \"{}\" is not a list in {}. Put back a good copy of this file.", *odd, path) +
+             wayBack(platform));
   }
 }
 
 void requireReadableFile(const Platform& platform, const std::string& path,
                          fmt::format_string<const std::string&> refusal) {
-  Reason reason;
-  if (readPropertyListFile<Dictionary>(platform.files, reason, path) || reason.text.empty()) return;
-  couldNot(sentence<const std::string&>(refusal, reason.text));
+  if (const auto reason = reasonAgainst(platform, path)) couldNot(sentence<const std::string&>(refusal, *reason));
 }
 
 std::vector<Dictionary> contentsOf(const Platform& platform, const std::vector<Group>& groups) {
