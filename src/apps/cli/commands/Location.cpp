@@ -52,8 +52,10 @@ void showLocation(Session& session) {
   session.console.line(sentence("Data folder: {}", folder.empty() ? translated("cannot be told") : printable(folder)));
   // translators: what kind of place that is: usual, dropbox or chosen
   session.console.line(sentence("Kind: {}", translated(kind)));
-  session.console.line(isThere ? sentence("Bills: {}", bills.value_or(0)) : translated("It is not there now."));
-  if (unfinished) session.console.line(printable(*unfinished));
+  // What is there in the middle of a change says nothing of the bills.
+  session.console.line(unfinished ? printable(*unfinished)
+                       : isThere  ? sentence("Bills: {}", bills.value_or(0))
+                                  : translated("It is not there now."));
 }
 
 /// A folder that is itself named as the data folder stands for the one that holds it.
