@@ -6,12 +6,10 @@
 #include <limits>
 
 #include "support/Analysis.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class Income : public ::testing::Test {
  protected:

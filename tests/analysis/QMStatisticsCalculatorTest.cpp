@@ -6,11 +6,10 @@
 #include <limits>
 
 #include "support/Analysis.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
 
 /// Due soon, excluding overdue, overdue, later.
 std::vector<Array> countsOf(FakeDesktop& desktop, const std::vector<Dictionary>& bills) {

@@ -1,12 +1,10 @@
 #include <gmock/gmock.h>
 
+#include "support/Matchers.h"
 #include "support/NotificationCenters.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 template <typename Subject>
 struct NotificationContract : ::testing::Test {

@@ -1,14 +1,10 @@
 #include <gmock/gmock.h>
 
+#include "support/Matchers.h"
 #include "support/SessionHosts.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::Not;
 
 template <typename Host>
 struct WorkspaceContract : ::testing::Test, Host {};

@@ -7,12 +7,11 @@
 #include <vector>
 
 #include "foundation/PropertyList.h"
+#include "support/Matchers.h"
 
 namespace tallyvane {
 namespace {
 
-using ::testing::ElementsAreArray;
-using ::testing::HasSubstr;
 using Entries = std::vector<std::pair<std::string, int>>;
 
 Entries entriesOf(const Dictionary& dictionary) {

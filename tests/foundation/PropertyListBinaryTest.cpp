@@ -6,11 +6,10 @@
 
 #include "foundation/PropertyList.h"
 #include "support/BinaryLists.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::HasSubstr;
 
 TEST(BinaryPropertyList, isReadAsTheSameValuesAsItsXmlForm) {
   std::vector<std::uint8_t> blob(300);

@@ -6,13 +6,12 @@
 #include <string>
 
 #include "foundation/PropertyList.h"
+#include "support/Matchers.h"
 
 namespace tallyvane {
 namespace {
 
 using namespace std::chrono_literals;
-using ::testing::AllOf;
-using ::testing::HasSubstr;
 
 std::string listOf(const std::string& content) { return "<plist version=\"1.0\">" + content + "</plist>"; }
 

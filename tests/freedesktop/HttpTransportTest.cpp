@@ -2,6 +2,7 @@
 
 #include "freedesktop/http/CurlTransport.h"
 #include "support/HttpTransfers.h"
+#include "support/Matchers.h"
 #include "support/SilentPort.h"
 #include "support/UnansweredLookups.h"
 
@@ -148,7 +149,7 @@ TEST(MailSettingsFile, TheUsersGoesBeforeTheSystemsAndThatBeforeTheBuilds) {
   EXPECT_EQ(service.host + " " + std::to_string(service.port) + " " + service.userName + " " + service.apiKey + " " +
                 service.sender,
             "mail.example 8443 a b mine built");
-  EXPECT_THAT(log.diagnostics, ::testing::ElementsAre(HasSubstr("Port must be")));
+  EXPECT_THAT(log.diagnostics, ElementsAre(HasSubstr("Port must be")));
 }
 
 }  // namespace

@@ -5,13 +5,11 @@
 
 #include "freedesktop/PosixFileStore.h"
 #include "support/Fakes.h"
+#include "support/Matchers.h"
 #include "support/TemporaryFolder.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 class PlistUserDefaultsTest : public ::testing::Test {
  protected:
@@ -70,7 +68,7 @@ TEST_F(PlistUserDefaultsTest, AFileThatCannotBeReadIsKeptAsideAndSaidSo) {
     EXPECT_EQ(mine.object("a"), Value(1));
     const std::string aside = path + ".unreadable-" + std::to_string(++kept);
     EXPECT_EQ(contentOf(aside), content);
-    EXPECT_THAT(log.diagnostics, ::testing::Contains(HasSubstr(aside)));
+    EXPECT_THAT(log.diagnostics, Contains(HasSubstr(aside)));
   }
 }
 

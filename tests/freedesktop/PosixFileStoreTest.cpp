@@ -8,13 +8,12 @@
 #include <thread>
 
 #include "freedesktop/PosixPaths.h"
+#include "support/Matchers.h"
 #include "support/SmallDisk.h"
 
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 namespace fs = std::filesystem;
 
 constexpr const char* leftover = ".tallyvane-save.tmp";

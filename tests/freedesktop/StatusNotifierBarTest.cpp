@@ -1,15 +1,10 @@
 #include <gmock/gmock.h>
 
+#include "support/Matchers.h"
 #include "support/ShownStatusItem.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
 
 TEST_F(StatusNotifierBarTest, GivesAsMuchOfTheMenuAsAPanelAsksFor) {
   ASSERT_TRUE(panel.hasItem());

@@ -3,12 +3,11 @@
 
 #include "freedesktop/SystemLog.h"
 #include "freedesktop/XdgFolders.h"
+#include "support/Matchers.h"
 #include "support/TextTable.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
 
 XdgFolders foldersWith(TextTable variables) { return XdgFolders::of(lookupIn(std::move(variables))); }
 

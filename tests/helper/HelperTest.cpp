@@ -2,13 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "helper/QMAppDelegate.h"
+#include "support/Matchers.h"
 #include "support/Menulet.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 TEST(Launcher, OpensTheLaunchUrlUnlessTheMainApplicationRunsAndEndsInEveryCase) {
   struct Case {

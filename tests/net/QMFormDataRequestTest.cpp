@@ -4,11 +4,11 @@
 
 #include "net/HeaderNames.h"
 #include "support/Fakes.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::Field;
 
 struct Forms : ::testing::Test {
@@ -89,7 +89,7 @@ TEST_F(Forms, OneTextAloneInPartsHasNoSeparatorBehindIt) {
   const std::string body = built();
   const std::string boundary =
       contentType().substr(std::string("multipart/form-data; charset=utf-8; boundary=").size());
-  EXPECT_THAT(boundary, ::testing::MatchesRegex("0xKhTmLbOuNdArY-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"));
+  EXPECT_THAT(boundary, MatchesRegex("0xKhTmLbOuNdArY-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"));
   EXPECT_EQ(body, "--" + boundary + "\r\nContent-Disposition: form-data; name=\"k\"\r\n\r\nv & v\r\n--" + boundary +
                       "--\r\n");
 }

@@ -3,13 +3,11 @@
 #include "net/HeaderNames.h"
 #include "support/Compression.h"
 #include "support/Fakes.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::SizeIs;
 using Kind = HttpFailure::Kind;
 
 struct Requests : ::testing::Test, QMHTTPRequestDelegate {

@@ -1,14 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/Matchers.h"
 #include "support/Reminders.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 TEST_F(Reminders, PlaceAnAllDayEventWithOneAlarmAndANotification) {
   desktop.calendars.defaultAlarms = {{distantPast, "Bell"}};
@@ -74,7 +71,7 @@ TEST_F(Reminders, ThePassKeepsOneEventPerBillButSchedulesASecondNotification) {
   manager.checkForNotificationsToAddWithBillList(bills);
   std::vector<std::string> titles;
   for (const auto& event : desktop.calendars.eventList) titles.push_back(event.title);
-  EXPECT_THAT(titles, ::testing::UnorderedElementsAre("Pay Gym", "Pay Rent"));
+  EXPECT_THAT(titles, UnorderedElementsAre("Pay Gym", "Pay Rent"));
   EXPECT_EQ(desktop.notifications.scheduledList.size(), 3U);
 }
 

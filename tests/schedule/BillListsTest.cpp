@@ -3,14 +3,10 @@
 
 #include "storage/QMBillsLoader.h"
 #include "support/Bills.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 const Date saturday = noon(2027, 3, 13);
 

@@ -3,11 +3,10 @@
 
 #include "storage/QMBillsLoader.h"
 #include "support/Bills.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
 
 TEST(DueDates, ReadInUnevenBandsOfTheUsersWords) {
   struct Band {

@@ -3,12 +3,10 @@
 
 #include "storage/QMBillsLoader.h"
 #include "support/Bills.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 TEST(WidgetSnapshot, KeepsEveryRowSortedAndIsReadWithFreshTexts) {
   FakeDesktop desktop;

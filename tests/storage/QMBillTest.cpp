@@ -4,13 +4,10 @@
 #include "storage/QMBillsLoader.h"
 #include "storage/QMUIDMaker.h"
 #include "support/Bills.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsSupersetOf;
-using ::testing::MatchesRegex;
 
 const std::vector<std::string> allKeys = {"Name",        "Bid",          "Icon",      "DueDate",  "Repeat",
                                           "Average",     "LastPayment",  "TotalPaid", "RemindMe", "PaySite",
@@ -151,9 +148,7 @@ TEST(QMBill, AnIndexInWhichAListIsNoneIsLeftAsItIsAndNamed) {
     (void)QMBillsLoader{desktop.platform}.getListOfBills(odd);
     EXPECT_EQ(indexOf(desktop), lists) << odd;
     EXPECT_EQ(desktop.cloud.object("activebills"), std::nullopt);
-    EXPECT_THAT(desktop.log.diagnostics,
-                ::testing::AllOf(::testing::SizeIs(4), ::testing::Each(AllOf(::testing::HasSubstr("billindex.plist"),
-                                                                             ::testing::HasSubstr(odd)))));
+    EXPECT_THAT(desktop.log.diagnostics, AllOf(SizeIs(4), Each(AllOf(HasSubstr("billindex.plist"), HasSubstr(odd)))));
   }
 }
 

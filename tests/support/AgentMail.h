@@ -4,14 +4,11 @@
 #include <gmock/gmock.h>
 
 #include "support/AgentSession.h"
+#include "support/Matchers.h"
 #include "support/SilentPort.h"
 #include "support/WebServer.h"
 
 namespace tallyvane::testing {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::SizeIs;
 
 /// Has the programs of the session send mail through the service on that port.
 inline void setUpMailService(const PrivateSession& session, const WebServer& server, int port) {

@@ -6,13 +6,9 @@
 #include "storage/QMBillsLoader.h"
 #include "storage/QMDatabaseMover.h"
 #include "support/Bills.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
-using ::testing::StartsWith;
 
 const std::string backupFolder = "/home/ada/.local/share/Tallyvane";
 

@@ -7,16 +7,10 @@
 
 #include "foundation/Texts.h"
 #include "support/CalendarStores.h"
+#include "support/Matchers.h"
 #include "support/SmallDisk.h"
 
 namespace tallyvane::testing {
-
-using ::testing::Each;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
-using ::testing::StartsWith;
 
 class FolderCalendarStoreTest : public ::testing::Test, public CalendarsInAFolder {
  protected:

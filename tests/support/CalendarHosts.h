@@ -4,11 +4,9 @@
 #include <gmock/gmock.h>
 
 #include "support/CalendarStores.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 template <typename Subject>
 class CalendarContract : public ::testing::Test {

@@ -10,12 +10,11 @@
 
 #include "freedesktop/Terminal.h"
 #include "support/InMemoryFileStore.h"
+#include "support/Matchers.h"
 #include "support/TemporaryFolder.h"
 #include "support/TextTable.h"
 
 namespace tallyvane::testing {
-
-using ::testing::ElementsAre;
 
 const std::string own = "/home/ada/.local/share/applications/";
 const std::string ownList = "/home/ada/.config/mimeapps.list";

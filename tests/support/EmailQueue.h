@@ -7,15 +7,12 @@
 
 #include "reminders/QMStore.h"
 #include "support/Bills.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 
 using std::chrono::minutes;
 using std::chrono::seconds;
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 struct Mail : ::testing::Test {
   Mail() {

@@ -5,12 +5,10 @@
 
 #include "freedesktop/PosixFileStore.h"
 #include "support/InMemoryFileStore.h"
+#include "support/Matchers.h"
 #include "support/TemporaryFolder.h"
 
 namespace tallyvane::testing {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 struct FilesInMemory {
   InMemoryFileStore store;

@@ -8,13 +8,9 @@
 #include "freedesktop/InstalledMailSettings.h"
 #include "freedesktop/PosixFileStore.h"
 #include "support/HttpHosts.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
-
-using ::testing::AllOf;
-using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
 
 struct HttpTransportTest : ::testing::Test, HttpOnLoopback {
   HttpTransportTest() { exchange.timeOutSeconds = 5; }

@@ -5,14 +5,10 @@
 
 #include <gmock/gmock.h>
 
+#include "support/Matchers.h"
 #include "support/NotificationCenters.h"
 
 namespace tallyvane::testing {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
 
 class PlistNotificationCenterTest : public ::testing::Test, public NotificationsOnDisk {
  protected:

@@ -8,13 +8,9 @@
 #include "foundation/NumberReading.h"
 
 #include "support/Bills.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
-
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 const std::string oldFolder = "/media/old/Tallyvane";
 

@@ -10,10 +10,9 @@
 #include <set>
 
 #include "support/Bills.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
-
-using ::testing::ElementsAre;
 
 struct Payments : ::testing::Test {
   Date next(Date due, Array repeat, std::int32_t modifier = 1) {

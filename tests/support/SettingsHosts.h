@@ -9,11 +9,10 @@
 #include "freedesktop/PlistUserDefaults.h"
 #include "freedesktop/PosixFileStore.h"
 #include "support/Fakes.h"
+#include "support/Matchers.h"
 #include "support/TemporaryFolder.h"
 
 namespace tallyvane::testing {
-
-using ::testing::ElementsAre;
 
 struct OnDisk {
   TemporaryFolder folder;

@@ -7,19 +7,11 @@
 
 #include "freedesktop/PosixFileStore.h"
 #include "support/Fakes.h"
+#include "support/Matchers.h"
 #include "support/NamedPipe.h"
 #include "support/PrivateSession.h"
 
 namespace tallyvane::testing {
-
-using ::testing::AllOf;
-using ::testing::Contains;
-using ::testing::Each;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-using ::testing::StartsWith;
 
 class SessionWorkspaceTest : public ::testing::Test {
  protected:

@@ -2,15 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include "support/Matchers.h"
 #include "support/NamedPipe.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::SizeIs;
-using ::testing::StartsWith;
-using ::testing::UnorderedElementsAre;
 
 TEST_F(AgentRemindersTest, WhatCameDueWhileTheAgentWasAwayIsShownOnceHoweverOftenItStarts) {
   FakeNotificationService service(session);

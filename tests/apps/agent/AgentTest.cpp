@@ -1,14 +1,11 @@
 #include <gmock/gmock.h>
 
 #include "support/AgentSession.h"
+#include "support/Matchers.h"
 #include "support/NamedPipe.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
 
 TEST_F(AgentTest, ShowsTheBillsDueSoonInTheirOrderWithTheirCount) {
   startAgent();

@@ -2,11 +2,10 @@
 
 #include "support/AgentSession.h"
 #include "support/FakeNotificationService.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::HasSubstr;
 
 TEST_F(AgentTest, TheDoctorSeesWhatOfTheSessionIsThereWithoutStartingAnything) {
   std::filesystem::create_directories(session.config() + "/Tallyvane");

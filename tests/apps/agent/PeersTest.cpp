@@ -4,11 +4,10 @@
 
 #include <fmt/format.h>
 
+#include "support/Matchers.h"
+
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::HasSubstr;
-using ::testing::SizeIs;
 
 std::string dayText(int days, const char* form) {
   const std::chrono::year_month_day day{std::chrono::floor<std::chrono::days>(inDays(days) - std::chrono::hours{5})};

@@ -1,12 +1,9 @@
 #include "payments/QMPaymentLogger.h"
+#include "support/Matchers.h"
 #include "support/SimulatedWeek.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsSupersetOf;
-using ::testing::SizeIs;
 
 Date utc(unsigned day, int hour, int minute = 0) {
   return std::chrono::sys_days{std::chrono::year{2024} / 3 / std::chrono::day{day}} + std::chrono::hours{hour} +

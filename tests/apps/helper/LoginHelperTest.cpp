@@ -7,13 +7,12 @@
 #include "freedesktop/FileDescriptor.h"
 #include "support/Fakes.h"
 #include "support/InstalledPrograms.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
 
 using namespace std::chrono_literals;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 std::vector<std::string> helperCommand() { return {programs + "tallyvane-helper", "--verbose"}; }
 
