@@ -8,7 +8,6 @@
 #include "foundation/Texts.h"
 #include "support/CalendarStores.h"
 #include "support/Matchers.h"
-#include "support/SmallDisk.h"
 
 namespace tallyvane::testing {
 
@@ -30,8 +29,10 @@ class FolderCalendarStoreTest : public ::testing::Test, public CalendarsInAFolde
   static std::string text(const std::string& lines) {
     return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:x\r\n" + lines + "END:VCALENDAR\r\n";
   }
-  static std::string vevent(const std::string& lines) {
-    return "BEGIN:VEVENT\r\nUID:u\r\nX-FOREIGN;P=1: kept  as it is\r\n" + lines + "SUMMARY:Pay Rent\r\nEND:VEVENT\r\n";
+  /// An event of another program; `behind` are the lines behind its title.
+  static std::string vevent(const std::string& lines, const std::string& behind = "") {
+    return "BEGIN:VEVENT\r\nUID:u\r\nX-FOREIGN;P=1: kept  as it is\r\n" + lines + "SUMMARY:Pay Rent\r\n" + behind +
+           "END:VEVENT\r\n";
   }
 
   std::string calendar;
