@@ -4,7 +4,6 @@
 
 #include "freedesktop/FileBookmarks.h"
 #include "freedesktop/QueuedMainQueue.h"
-#include "freedesktop/SystemClock.h"
 #include "freedesktop/SystemRandom.h"
 #include "support/LogHosts.h"
 #include "support/SmallResources.h"
@@ -66,26 +65,10 @@ TYPED_TEST(ResourcesContract, PicturesAndTextsAreFoundByNameOnly) {
   }
 }
 
-template <typename Port>
-struct ClockContract : Suite<Port> {};
-using AllClocks = ::testing::Types<FakeClock, SystemClock>;
-TYPED_TEST_SUITE(ClockContract, AllClocks);
-
-TYPED_TEST(ClockContract, TellsAMomentOfOurTimes) {
-  const Date first = this->port.now();
-  EXPECT_LE(first, this->port.now());
-  EXPECT_GT(first, std::chrono::sys_days{std::chrono::year{2020} / 1 / 1});
-  EXPECT_LT(first, distantFuture);
-}
-
-template <typename Port>
-struct RandomContract : Suite<Port> {};
-using AllRandom = ::testing::Types<FakeRandom, SystemRandom>;
-TYPED_TEST_SUITE(RandomContract, AllRandom);
-
-TYPED_TEST(RandomContract, NoDrawComesTwice) {
+TEST(SystemRandom, NoDrawComesTwice) {
+  SystemRandom random;
   std::set<std::array<std::uint8_t, 16>> drawn;
-  for (int i = 0; i < 1000; ++i) drawn.insert(this->port.bytes16());
+  for (int i = 0; i < 1000; ++i) drawn.insert(random.bytes16());
   EXPECT_EQ(drawn.size(), 1000);
 }
 
