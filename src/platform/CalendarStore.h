@@ -25,6 +25,7 @@ struct EventCalendar {
 struct Alarm {
   Date at;  ///< an absolute moment
   std::string soundName;
+  friend bool operator==(const Alarm&, const Alarm&) = default;
 };
 
 struct CalendarEvent {
@@ -35,6 +36,7 @@ struct CalendarEvent {
   Date end;    ///< of an all-day event its last day, and only that counts
   bool allDay = false;
   std::vector<Alarm> alarms;
+  friend bool operator==(const CalendarEvent&, const CalendarEvent&) = default;
 };
 
 /// The list of calendars cannot be read; what() says why.

@@ -19,6 +19,7 @@ struct UserNotification {
   Dictionary userInfo;
   std::string soundName;  ///< "default" for the platform's notification sound
   Date deliveryDate;
+  friend bool operator==(const UserNotification&, const UserNotification&) = default;
 };
 
 /// Desktop notifications that appear at a set time, and those that have appeared. Both lists are shared by all

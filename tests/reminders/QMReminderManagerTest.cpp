@@ -15,26 +15,12 @@ TEST_F(Reminders, PlaceAnAllDayEventWithOneAlarmAndANotification) {
   ASSERT_EQ(desktop.calendars.calendarList.size(), 1U);
   EXPECT_EQ(desktop.calendars.calendarList[0].title, "Bills");
   EXPECT_EQ(desktop.calendars.calendarList[0].source, "here") << "the first source of the local type";
-  ASSERT_EQ(desktop.calendars.eventList.size(), 1U);
-  const CalendarEvent& event = desktop.calendars.eventList[0];
-  EXPECT_EQ(event.title, "Pay Rent");
-  EXPECT_EQ(event.start, due);
-  EXPECT_EQ(event.end, due);
-  EXPECT_TRUE(event.allDay);
-  ASSERT_EQ(event.alarms.size(), 1U);
   const Date alarm = winterTime(2027, 3, 27, 8, 30);  // 09:30 in summer time, three days before
-  EXPECT_EQ(event.alarms[0].at, alarm);
-  EXPECT_EQ(event.alarms[0].soundName, "Submarine");
-
-  ASSERT_EQ(desktop.notifications.scheduledList.size(), 1U);
-  const UserNotification& notification = desktop.notifications.scheduledList[0];
-  EXPECT_EQ(notification.title, "Pay Rent");
-  EXPECT_EQ(notification.informativeText, "Bill is due on Tue, Mar 30, 2027");
-  EXPECT_EQ(notification.actionButtonTitle, "View");
-  EXPECT_TRUE(notification.hasActionButton);
-  EXPECT_EQ(notification.userInfo, (Dictionary{{"Bid", "A1"}}));
-  EXPECT_EQ(notification.soundName, "default");
-  EXPECT_EQ(notification.deliveryDate, alarm);
+  const CalendarEvent event{"event-2", "calendar-1", "Pay Rent", due, due, true, {{alarm, "Submarine"}}};
+  EXPECT_THAT(desktop.calendars.eventList, ElementsAre(event));
+  const std::string text = "Bill is due on Tue, Mar 30, 2027";
+  const UserNotification shown{"notification-1", "Pay Rent", text, "View", true, {{"Bid", "A1"}}, "default", alarm};
+  EXPECT_THAT(desktop.notifications.scheduledList, ElementsAre(shown));
   EXPECT_THAT(desktop.log.lines, ElementsAre("Updating Reminder"));
 }
 
@@ -168,15 +154,15 @@ TEST_F(Reminders, FailuresOfTheCalendarAreAbsorbedAndKeptForTheOperator) {
 }
 
 TEST_F(Reminders, EachKindHasItsOwnSwitch) {
-  const std::string switches[] = {"QMRemindersTasks", "QMReminderEvents", "QMEnableNotificationCenter",
-                                  "QMEmailsEnabled"};
+  const std::pair<std::string, bool (QMReminderManager::*)() const> switches[] = {
+      {"QMRemindersTasks", &QMReminderManager::shouldAddTasks},
+      {"QMReminderEvents", &QMReminderManager::shouldAddEvents},
+      {"QMEnableNotificationCenter", &QMReminderManager::shouldAddNotifications},
+      {"QMEmailsEnabled", &QMReminderManager::shouldAddEmails}};
   const QMReminderManager manager{desktop.platform};
-  for (const std::string& on : switches) {
-    for (const std::string& each : switches) desktop.defaults.content.set(each, each == on);
-    EXPECT_EQ(manager.shouldAddTasks(), on == "QMRemindersTasks");
-    EXPECT_EQ(manager.shouldAddEvents(), on == "QMReminderEvents");
-    EXPECT_EQ(manager.shouldAddNotifications(), on == "QMEnableNotificationCenter");
-    EXPECT_EQ(manager.shouldAddEmails(), on == "QMEmailsEnabled");
+  for (const auto& [on, shouldAdd] : switches) {
+    desktop.defaults.content = Dictionary{{on, true}};
+    for (const auto& [each, shouldAddEach] : switches) EXPECT_EQ((manager.*shouldAddEach)(), each == on) << each << on;
   }
 }
 
