@@ -1,19 +1,10 @@
 #include <gmock/gmock.h>
 
 #include "support/Matchers.h"
-#include "support/NotificationCenters.h"
+#include "support/NotificationHosts.h"
 
 namespace tallyvane::testing {
 namespace {
-
-template <typename Subject>
-struct NotificationContract : ::testing::Test {
-  Subject subject;
-  UserNotificationCenter& center = subject.center;
-  const Date soon = std::chrono::sys_days{std::chrono::year{2027} / 3 / 11};
-};
-using Subjects = ::testing::Types<NotificationsInMemory, NotificationsOnDisk>;
-TYPED_TEST_SUITE(NotificationContract, Subjects);
 
 TYPED_TEST(NotificationContract, WhatIsScheduledComesBackWithAnIdentifierOfItsOwn) {
   UserNotification rent = reminderOf("\n\"光\"" + std::string(10'000, 'x'), this->soon);

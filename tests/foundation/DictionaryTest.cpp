@@ -6,29 +6,11 @@
 #include <utility>
 #include <vector>
 
-#include "foundation/PropertyList.h"
 #include "support/Matchers.h"
+#include "support/PropertyLists.h"
 
-namespace tallyvane {
+namespace tallyvane::testing {
 namespace {
-
-using Entries = std::vector<std::pair<std::string, int>>;
-
-Entries entriesOf(const Dictionary& dictionary) {
-  Entries entries;
-  for (const auto& [key, value] : dictionary) entries.emplace_back(key, static_cast<int>(*value.get<std::int64_t>()));
-  return entries;
-}
-
-std::string listOf(const std::string& content) { return "<plist version=\"1.0\">" + content + "</plist>"; }
-
-/// The keys of a dictionary as they are written, each with its place as value.
-std::string written(const std::vector<std::string>& keys) {
-  std::string text = "<dict>";
-  for (std::size_t i = 0; i < keys.size(); ++i)
-    text += "<key>" + keys[i] + "</key><integer>" + std::to_string(i) + "</integer>";
-  return text + "</dict>";
-}
 
 TEST(Dictionary, aChangeLeavesThoseAloneThatShareItsKeys) {
   const Dictionary original{{"a", 1}, {"b", 2}, {"c", 3}};
@@ -98,4 +80,4 @@ TEST(Dictionary, keysThatWereReadBeforeAreCheckedAgain) {
 }
 
 }  // namespace
-}  // namespace tallyvane
+}  // namespace tallyvane::testing

@@ -5,28 +5,13 @@
 #include <limits>
 #include <string>
 
-#include "foundation/PropertyList.h"
 #include "support/Matchers.h"
+#include "support/PropertyLists.h"
 
-namespace tallyvane {
+namespace tallyvane::testing {
 namespace {
 
 using namespace std::chrono_literals;
-
-std::string listOf(const std::string& content) { return "<plist version=\"1.0\">" + content + "</plist>"; }
-
-std::string repeated(const std::string& text, int times) {
-  std::string result;
-  for (int i = 0; i < times; ++i) result += text;
-  return result;
-}
-
-/// Spelt out, because Array{array} is a copy to one compiler and an array of one array to the other.
-Array holding(Array array) {
-  Array outer;
-  outer.emplace_back(std::move(array));
-  return outer;
-}
 
 TEST(PropertyList, contentIsReadAsItsValue) {
   Array deepest;
@@ -171,4 +156,4 @@ TEST(PropertyList, aKeyThatComesTwiceKeepsItsFirstPlaceAndItsLastValue) {
 }
 
 }  // namespace
-}  // namespace tallyvane
+}  // namespace tallyvane::testing

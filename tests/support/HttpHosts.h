@@ -1,6 +1,8 @@
 // The network in memory and the real one, for suites that run on both, and bodies that are sent.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <memory>
 
 #include "freedesktop/LoadedHttpTransport.h"
@@ -48,6 +50,19 @@ struct HttpOnLoopback {
     const std::size_t begin = all.find("\r\n\r\n");
     return begin == std::string::npos ? "" : all.substr(begin + 4, all.rfind("\n====\n") - begin - 4);
   }
+};
+
+template <typename Host>
+struct HttpContract : ::testing::Test, Host {
+  HttpOutcome perform(HttpBody* body, std::stop_token stop = {}) {
+    HttpExchange exchange;
+    exchange.method = "POST";
+    exchange.url = this->address;
+    exchange.body = body;
+    exchange.stop = stop;
+    return this->transport.perform(exchange);
+  }
+  HttpFailure::Kind failure(const HttpOutcome& outcome) { return std::get<HttpFailure>(outcome).kind; }
 };
 
 }  // namespace tallyvane::testing

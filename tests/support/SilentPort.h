@@ -3,8 +3,10 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 
 #include <stdexcept>
+#include <string>
 
 #include "freedesktop/FileDescriptor.h"
 
@@ -27,6 +29,22 @@ class SilentPort {
  private:
   FileDescriptor socket_{::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
   sockaddr_in address_{};
+};
+
+/// The same at a path.
+class SilentSocket {
+ public:
+  explicit SilentSocket(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    const bool listens = ::bind(socket_.number(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
+                         ::listen(socket_.number(), 1) == 0;
+    if (!listens) throw std::runtime_error("nothing listens at " + path);
+  }
+
+ private:
+  FileDescriptor socket_{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
 };
 
 }  // namespace tallyvane::testing

@@ -1,13 +1,11 @@
 #include "helper/LoginHelper.h"
 
 #include <gmock/gmock.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 
-#include "freedesktop/FileDescriptor.h"
 #include "support/Fakes.h"
 #include "support/InstalledPrograms.h"
 #include "support/Matchers.h"
+#include "support/SilentPort.h"
 
 namespace tallyvane::testing {
 namespace {
@@ -63,12 +61,7 @@ TEST(LoginHelper, EndsWhenTheApplicationNeverReplies) {
 TEST(LoginHelperDeathTest, EndsWhenTheBusTakesTheConnectionAndSaysNothing) {
   TemporaryFolder folder;
   const std::string path = folder.path + "/bus";
-  FileDescriptor silent(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  path.copy(address.sun_path, sizeof address.sun_path - 1);
-  ASSERT_EQ(::bind(silent.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-  ASSERT_EQ(::listen(silent.number(), 1), 0);
+  const SilentSocket silent(path);
   const Environment environment = [&](std::string_view name) -> std::optional<std::string> {
     return name == "DBUS_SESSION_BUS_ADDRESS" ? std::optional("unix:path=" + path) : std::nullopt;
   };
