@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "freedesktop/PosixPaths.h"
+#include "support/FolderOnDisk.h"
 #include "support/Matchers.h"
 #include "support/SmallDisk.h"
 
@@ -15,24 +16,6 @@ namespace tallyvane::testing {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char* leftover = ".tallyvane-save.tmp";
-
-/// All names in a folder, hidden ones too.
-std::set<std::string> everythingIn(const std::string& folder) {
-  std::set<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename().string());
-  return names;
-}
-
-class PosixFileStoreTest : public ::testing::Test {
- protected:
-  std::string at(const std::string& name) const { return folder.path + "/" + name; }
-  static unsigned modeOf(const std::string& path) { return static_cast<unsigned>(fs::status(path).permissions()); }
-
-  TemporaryFolder folder;
-  PosixFileStore store{folder.path};
-};
 
 TEST_F(PosixFileStoreTest, NewFilesAreTheUsersAloneAndOldOnesKeepTheirPermissions) {
   put(at(leftover), "left by a program that was killed");

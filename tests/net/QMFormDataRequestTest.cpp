@@ -2,29 +2,13 @@
 
 #include <gmock/gmock.h>
 
-#include "net/HeaderNames.h"
-#include "support/Fakes.h"
 #include "support/Matchers.h"
+#include "support/Requests.h"
 
 namespace tallyvane::testing {
 namespace {
 
 using ::testing::Field;
-
-struct Forms : ::testing::Test {
-  Forms() {
-    (void)desktop.files.createFolder("/f");
-    desktop.files.content["/f/a.pdf"] = "PDF\r\n%";
-  }
-  std::string built() {
-    form->buildPostBody();
-    return form->postBody();
-  }
-  std::string contentType() { return std::string(headerValue(form->requestHeaders(), "content-type")); }
-
-  FakeDesktop desktop;
-  std::shared_ptr<QMFormDataRequest> form = QMFormDataRequest::requestWithURL(desktop.platform, "https://mail/send");
-};
 
 TEST_F(Forms, TextsAreEscapedInTheOrderAdded) {
   form->addPostValueForKey(1, "a");

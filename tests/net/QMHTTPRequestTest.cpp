@@ -1,31 +1,11 @@
 #include "net/QMHTTPRequest.h"
 
-#include "net/HeaderNames.h"
 #include "support/Compression.h"
-#include "support/Fakes.h"
 #include "support/Matchers.h"
+#include "support/Requests.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using Kind = HttpFailure::Kind;
-
-struct Requests : ::testing::Test, QMHTTPRequestDelegate {
-  Requests() { renew(); }
-  void renew() {
-    request = QMHTTPRequest::requestWithURL(desktop.platform, "https://host/path");
-    request->delegate = this;
-    request->setCompletionBlock([this] { told.emplace_back("completed"); });
-    request->setFailedBlock([this] { told.emplace_back("failed"); });
-    told.clear();
-  }
-  void requestFinished(QMHTTPRequest&) override { told.emplace_back("delegate: finished"); }
-  void requestFailed(QMHTTPRequest&) override { told.emplace_back("delegate: failed"); }
-
-  FakeDesktop desktop;
-  std::vector<std::string> told;
-  std::shared_ptr<QMHTTPRequest> request;
-};
 
 TEST_F(Requests, AnyWholeAnswerFinishesARequestUnpackedWhereThatIsPossible) {
   const std::string packed = packedBy(31, "well packed");
@@ -57,23 +37,16 @@ TEST_F(Requests, AnyWholeAnswerFinishesARequestUnpackedWhereThatIsPossible) {
 }
 
 TEST_F(Requests, EachFailureHasItsCodeAndItsText) {
-  const struct {
-    Kind kind;
-    int code;
-    const char* description;
-  } cases[] = {{Kind::cannotConnect, 1, "Unable to start HTTP connection"},
-               {Kind::connectionBroke, 2, "A connection failure occurred"},
-               {Kind::timedOut, 3, "The request timed out"},
-               {Kind::cancelled, 4, "The request was cancelled"},
-               {Kind::authenticationNeeded, 5, "Authentication needed"},
-               {Kind::bodyUnreadable, 6, "The request body could not be built"}};
-  for (const auto& c : cases) {
+  int code = 0;  // in the order of the kinds
+  for (const char* description :
+       {"Unable to start HTTP connection", "A connection failure occurred", "The request timed out",
+        "The request was cancelled", "Authentication needed", "The request body could not be built"}) {
     renew();
-    desktop.http.outcome = HttpFailure{c.kind, "why"};
+    desktop.http.outcome = HttpFailure{static_cast<HttpFailure::Kind>(code), "why"};
     request->startSynchronous();
     EXPECT_THAT(told, ElementsAre("delegate: failed", "failed"));
-    EXPECT_EQ(request->error()->code, c.code);
-    EXPECT_EQ(request->error()->description, c.description);
+    EXPECT_EQ(request->error()->code, ++code);
+    EXPECT_EQ(request->error()->description, description);
     EXPECT_EQ(request->error()->reason, "why");
   }
 }

@@ -83,12 +83,6 @@ TEST_F(Backup, WithoutACompleteBackupRestoringChangesNothing) {
   EXPECT_EQ(desktop.files.content, before);
 }
 
-struct Mover : Backup {
-  Mover() { (void)desktop.files.createFolder("/media/disk"); }
-  bool isAt(const std::string& folder) { return desktop.files.exists(folder + "/B1.plist"); }
-  QMDatabaseMover mover{desktop.platform};
-};
-
 TEST_F(Mover, MovesToAFolderOrToTheNameItself) {
   EXPECT_TRUE(mover.moveDatabaseToNewLocationFromOriginalLocationOverwrite("/media/disk/", dataFolder, false));
   EXPECT_THAT(desktop.log.lines, ElementsAre("Adding Tallyvane..."));

@@ -26,4 +26,11 @@ struct Backup : ::testing::Test {
   QMBillsLoader loader{desktop.platform};
 };
 
+/// A data folder that moves, and a place for it.
+struct Mover : Backup {
+  Mover() { (void)desktop.files.createFolder("/media/disk"); }
+  bool isAt(const std::string& folder) { return desktop.files.exists(folder + "/B1.plist"); }
+  QMDatabaseMover mover{desktop.platform};
+};
+
 }  // namespace tallyvane::testing
