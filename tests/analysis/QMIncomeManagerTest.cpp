@@ -11,20 +11,6 @@
 namespace tallyvane::testing {
 namespace {
 
-class Income : public ::testing::Test {
- protected:
-  /// Wednesday 10 March 2027 unless a test moves the clock.
-  FakeDesktop desktop;
-  QMIncomeManager manager{desktop.platform};
-  Value file() { return desktop.files.plist(inDataFolder("incomeindex.plist")); }
-  static Value fileOfSources(const std::vector<Value>& sources) {
-    return Dictionary{{"IncomeSources", Array(sources.begin(), sources.end())}};
-  }
-  static Date midnight(int month, unsigned day) {
-    return noon(2027, static_cast<unsigned>(month), day) - std::chrono::hours{12};
-  }
-};
-
 TEST_F(Income, ReadingDropsWhatIsPastAndWritesTheFileEveryTime) {
   const Dictionary current = incomeByDay(0, 3);
   const Dictionary monthly = incomeByDay(1, 3, noon(2020, 1, 1));

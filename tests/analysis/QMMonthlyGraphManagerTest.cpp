@@ -13,8 +13,8 @@ TEST(MonthlyGraph, ShowsThe23NewestPaymentsNewestFirst) {
   FakeDesktop desktop;
   const QMMonthlyGraphManager manager{desktop.platform};
   std::vector<Value> payments;
-  for (unsigned day = 1; day <= 30; ++day) payments.emplace_back(payment(day, noon(2027, 1, (day * 7) % 30 + 1)));
-  payments.emplace_back(without(payment(500, 0), "Date"));
+  for (unsigned day = 1; day <= 30; ++day) payments.emplace_back(entry(day, noon(2027, 1, (day * 7) % 30 + 1)));
+  payments.emplace_back(without(entry(500, 0), "Date"));
   const Dictionary paid = billPaid(payments);
   const Array graphs = manager.listOfPaymentsByPaymentForBill(paid);
   Array labels;
@@ -31,8 +31,8 @@ TEST(MonthlyGraph, KeepsAmountsAsTheyAreAndPutsUndatedPaymentsLast) {
   FakeDesktop desktop;
   const QMMonthlyGraphManager manager{desktop.platform};
   const Date day = noon(2027, 1, 5);
-  const Array list{"scribble", payment(3, "2027-01-01"), payment("2.5", day), payment(-4, day),
-                   without(payment(0, noon(2026, 12, 5)), "Amount")};
+  const Array list{"scribble", entry(3, "2027-01-01"), entry("2.5", day), entry(-4, day),
+                   without(entry(0, noon(2026, 12, 5)), "Amount")};
   EXPECT_EQ(arrayOf(manager.datesForPayments(list)), padded({"J 5", "J 5", "D 5"}, ""));
   const Array amounts = manager.amountsForPayments(list);
   EXPECT_EQ(amounts, padded({2.5F, -4, 0.0F, 3}, 0.0F));
@@ -56,9 +56,9 @@ TEST(MonthlyGraph, OfNoPaymentsIsEmptyInAllPositions) {
 TEST(MonthlyGraph, SumsTheMonthsThatItShows) {
   FakeDesktop desktop;
   const Dictionary paid =
-      billPaid({payment(1.1, noon(2027, 3, 1)), payment(2.2, noon(2027, 3, 31)), payment(4, noon(2027, 4, 1)),
-                payment(8, noon(2025, 4, 1)), payment(16, noon(2025, 3, 31)), payment(32, "2027-03-01"),
-                payment(64, noon(2027, 3, 1) - std::chrono::hours{17})});
+      billPaid({entry(1.1, noon(2027, 3, 1)), entry(2.2, noon(2027, 3, 31)), entry(4, noon(2027, 4, 1)),
+                entry(8, noon(2025, 4, 1)), entry(16, noon(2025, 3, 31)), entry(32, "2027-03-01"),
+                entry(64, noon(2027, 3, 1) - std::chrono::hours{17})});
   const Array graphs = QMMonthlyGraphManager{desktop.platform}.listOfPaymentsByMonthForBill(paid);
   Array heights = padded({(1.1F + 2.2F) / 64.0F, 1.0F}, 0.0F);
   heights[23] = 8.0F / 64.0F;
@@ -90,7 +90,7 @@ TEST(MonthlyGraph, FollowsTheUsersCalendar) {
   desktop.region.locale = "fa_IR";
   desktop.clock.moment = noon(2027, 3, 21);  // the first day of 1406
   const QMMonthlyGraphManager manager{desktop.platform};
-  EXPECT_EQ(manager.paymentAmountsByMonthForList({payment(1, noon(2027, 3, 20)), payment(2, noon(2027, 3, 22))}),
+  EXPECT_EQ(manager.paymentAmountsByMonthForList({entry(1, noon(2027, 3, 20)), entry(2, noon(2027, 3, 22))}),
             padded({2.0F, 1.0F}, 0.0F));
   EXPECT_EQ(manager.graphImagesForMonths()[1], "blackbar.png");
 }
@@ -102,12 +102,12 @@ TEST(PaidTotals, CountThePaymentsOfAMonthInBillsLastPaidInIt) {
   };
   const Date march = noon(2027, 3, 5);
   const Date february = noon(2027, 2, 5);
-  const std::vector<Value> payments{payment(1.1, march),
-                                    payment(2.2, noon(2027, 3, 31)),
-                                    payment(4, noon(2026, 3, 5)),
-                                    payment(8, february),
-                                    payment("16", march),
-                                    payment(32, "2027-03-01"),
+  const std::vector<Value> payments{entry(1.1, march),
+                                    entry(2.2, noon(2027, 3, 31)),
+                                    entry(4, noon(2026, 3, 5)),
+                                    entry(8, february),
+                                    entry("16", march),
+                                    entry(32, "2027-03-01"),
                                     7};
   const struct {
     std::vector<Dictionary> bills;

@@ -67,12 +67,12 @@ TEST(Statistics, SumEstimatedAmountsAsFloatsInListOrder) {
 TEST(Statistics, SortTheBillsOwnPaymentsByAmount) {
   FakeDesktop desktop;
   const Date day = noon(2027, 3, 1);
-  Dictionary paid = billPaid({payment(9, day), payment(10, noon(2027, 3, 2)), payment(1.5, day), "scribble",
-                              payment(10.0, day), without(payment(0, day), "Amount")});
+  Dictionary paid = billPaid({entry(9, day), entry(10, noon(2027, 3, 2)), entry(1.5, day), "scribble", entry(10.0, day),
+                              without(entry(0, day), "Amount")});
   paid.get<Array>("PaymentList")->back().get<Dictionary>()->set("Amount", "2.5");
   const Dictionary found = QMStatisticsCalculator{desktop.platform}.highestAndLowestPaymentForBill(paid);
   EXPECT_THAT(amountsOf(*paid.get<Array>("PaymentList")), ElementsAre("scribble", 1.5, "2.5", 9, 10, 10.0));
-  EXPECT_EQ(found, (Dictionary{{"Highest", payment(10.0, day)}, {"Lowest", payment(1.5, day)}}));
+  EXPECT_EQ(found, (Dictionary{{"Highest", entry(10.0, day)}, {"Lowest", entry(1.5, day)}}));
 }
 
 TEST(Statistics, WithoutPaymentsHighestAndLowestSayThatThereAreNone) {
@@ -90,9 +90,9 @@ TEST(Statistics, WithoutPaymentsHighestAndLowestSayThatThereAreNone) {
 TEST(Statistics, TotalsFollowYearAndSeasonOfThePaymentsDay) {
   FakeDesktop desktop;
   // In New York the last one is still of 2026.
-  Dictionary paid = billPaid({payment(1, noon(2027, 1, 31)), payment(2, noon(2026, 4, 1)),
-                              payment(4, noon(2025, 9, 30)), payment(8, noon(2028, 12, 1)), payment(16, "2027-03-01"),
-                              7, payment(32, noon(2027, 1, 1) - std::chrono::hours{17})});
+  Dictionary paid = billPaid({entry(1, noon(2027, 1, 31)), entry(2, noon(2026, 4, 1)), entry(4, noon(2025, 9, 30)),
+                              entry(8, noon(2028, 12, 1)), entry(16, "2027-03-01"), 7,
+                              entry(32, noon(2027, 1, 1) - std::chrono::hours{17})});
   Dictionary expected{{"Total", 63.0},       {"TotalThisYear", 1.0},     {"TotalLastYear", 34.0},
                       {"TotalFall", 40.0},   {"TotalSpring", 2.0},       {"TotalSummer", 4.0},
                       {"TotalWinter", 1.0},  {"ThisYearString", "2027"}, {"LastYearString", "2026"},
@@ -127,7 +127,7 @@ TEST(Statistics, YearsAreThoseOfTheUsersCalendar) {
     if (std::string_view(row.locale) == "fa_IR") desktop.clock.moment = noon(2027, 3, 20);  // the year's last day
     // The last lies in year 9 of another Japanese era.
     const Dictionary paid =
-        billPaid({payment(1, noon(2027, 3, 20)), payment(2, noon(2027, 3, 21)), payment(4, noon(1997, 5, 1))});
+        billPaid({entry(1, noon(2027, 3, 20)), entry(2, noon(2027, 3, 21)), entry(4, noon(1997, 5, 1))});
     const Dictionary totals = QMStatisticsCalculator{desktop.platform}.totalsForBill(paid);
     EXPECT_EQ(*totals.find("TotalThisYear"), Value(row.thisYear)) << row.locale;
     EXPECT_EQ(*totals.find("ThisYearString"), Value(row.text)) << row.locale;

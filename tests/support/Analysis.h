@@ -1,16 +1,15 @@
 // Payments, graphs and sources of income for tests. Keys are literals here on purpose.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
+#include "analysis/QMIncomeManager.h"
 #include "support/Bills.h"
 
 namespace tallyvane::testing {
-
-inline Dictionary payment(Value amount, Value date) {
-  return {{"Amount", std::move(amount)}, {"Date", std::move(date)}, {"Note", ""}, {"Receipt", ""}};
-}
 
 inline Dictionary billPaid(const std::vector<Value>& payments) {
   return with(bill("B", "Rent", noon(2027, 3, 20)), "PaymentList", Array(payments.begin(), payments.end()));
@@ -20,8 +19,8 @@ inline Dictionary billPaid(const std::vector<Value>& payments) {
 inline std::vector<Value> amountsOf(const Array& payments) {
   std::vector<Value> amounts;
   for (const Value& element : payments) {
-    const auto* entry = element.get<Dictionary>();
-    amounts.push_back(entry == nullptr ? element : *entry->find("Amount"));
+    const auto* paid = element.get<Dictionary>();
+    amounts.push_back(paid == nullptr ? element : *paid->find("Amount"));
   }
   return amounts;
 }
@@ -54,5 +53,19 @@ inline void putIncome(FakeDesktop& desktop, const std::vector<Value>& sources) {
   desktop.files.putPlist(inDataFolder("incomeindex.plist"),
                          Dictionary{{"IncomeSources", Array(sources.begin(), sources.end())}});
 }
+
+class Income : public ::testing::Test {
+ protected:
+  /// Wednesday 10 March 2027 unless a test moves the clock.
+  FakeDesktop desktop;
+  QMIncomeManager manager{desktop.platform};
+  Value file() { return desktop.files.plist(inDataFolder("incomeindex.plist")); }
+  static Value fileOfSources(const std::vector<Value>& sources) {
+    return Dictionary{{"IncomeSources", Array(sources.begin(), sources.end())}};
+  }
+  static Date midnight(int month, unsigned day) {
+    return noon(2027, static_cast<unsigned>(month), day) - std::chrono::hours{12};
+  }
+};
 
 }  // namespace tallyvane::testing

@@ -53,6 +53,11 @@ inline Dictionary without(Dictionary dictionary, std::string_view key) {
   return dictionary;
 }
 
+/// A payment as a bill's list holds it.
+inline Dictionary entry(Value amount, Value date) {
+  return {{"Amount", std::move(amount)}, {"Date", std::move(date)}, {"Note", ""}, {"Receipt", ""}};
+}
+
 /// The same bill as an object.
 inline QMBill billObject(const Platform& platform, const std::string& bid, const std::string& name, Date due) {
   QMBill object{platform};

@@ -19,9 +19,6 @@ struct Payments : ::testing::Test {
     return logger.calculateNextDueDateForBillWithModifier({{"DueDate", due}, {"Repeat", std::move(repeat)}}, modifier)
         .value_or(Date());
   }
-  static Value entry(const Value& amount, Date date) {
-    return Dictionary{{"Amount", amount}, {"Date", date}, {"Note", ""}, {"Receipt", ""}};
-  }
   static QMPayment payment(const Value& amount, Date date, std::string attachment = "Attach") {
     return {amount, date, "by post", std::move(attachment)};
   }
