@@ -20,10 +20,7 @@ inline void setUpMailService(const PrivateSession& session, const WebServer& ser
 
 struct AgentMail : AgentTest {
   AgentMail() {
-    Dictionary rent = bill("A", "Rent", 3);
-    rent.set("RemindMe", true);
-    rent.set("ReminderDays", 1);
-    session.putPlist(session.dataFolder() + "/A.plist", rent);
+    remind("A", "Rent", 3, 1);
     std::filesystem::create_directories(session.config() + "/Tallyvane");
     session.putPlist(session.config() + "/Tallyvane/com.Quillmoor.Tallyvane.plist",
                      Dictionary{{"QMEmailsEnabled", true}, {"LEMAddress", "ada@example.org"}});

@@ -17,13 +17,6 @@ class AgentRemindersTest : public AgentTest {
     std::filesystem::create_directories(session.config() + "/Tallyvane");
     session.putPlist(session.config() + "/Tallyvane/com.Quillmoor.Tallyvane.plist", values);
   }
-  /// The bill is due in so many days and asks to be reminded so many days before.
-  void remind(const std::string& bid, const std::string& name, int due, int before) {
-    Dictionary reminding = bill(bid, name, due);
-    reminding.set("RemindMe", true);
-    reminding.set("ReminderDays", before);
-    session.putPlist(session.dataFolder() + "/" + bid + ".plist", reminding);
-  }
   void schedule(const std::string& bid, Date at) {
     ASSERT_TRUE(center.schedule({"", "Pay " + bid, "soon", "View", true, Dictionary{{"Bid", bid}}, "default", at}));
   }

@@ -35,6 +35,13 @@ class AgentTest : public ::testing::Test {
   void list(const std::vector<std::string>& bids) {
     session.putPlist(session.dataFolder() + "/billindex.plist", Dictionary{{"ActiveBills", arrayOf(bids)}});
   }
+  /// The bill is due in so many days and asks to be reminded so many days before.
+  void remind(const std::string& bid, const std::string& name, int due, int before) {
+    Dictionary reminding = bill(bid, name, due);
+    reminding.set("RemindMe", true);
+    reminding.set("ReminderDays", before);
+    session.putPlist(session.dataFolder() + "/" + bid + ".plist", reminding);
+  }
   void startAgent() {
     panel = std::make_unique<FakePanel>(session);
     agent = session.start({programs + "tallyvane-agent"});

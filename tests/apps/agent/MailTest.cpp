@@ -60,10 +60,8 @@ TEST_F(AgentMail, AMessageOnItsWayIsNotLostWhoeverEndsOrKillsAProgram) {
 TEST_F(AgentMail, ProgramsThatQueueAtOnceLoseNothingOfEachOther) {
   std::vector<std::string> bids;
   for (int i = 0; i < 20; ++i) {
-    Dictionary reminding = bill("M" + std::to_string(i), "Bill " + std::to_string(i), 3);
-    reminding.set("RemindMe", true);
-    session.putPlist(session.dataFolder() + "/" + *reminding.get<std::string>("Bid") + ".plist", reminding);
-    bids.push_back(*reminding.get<std::string>("Bid"));
+    bids.push_back("M" + std::to_string(i));
+    remind(bids.back(), "Bill " + std::to_string(i), 3, 0);
   }
   list(bids);
   setUpService(server.closing);
