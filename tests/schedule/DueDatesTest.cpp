@@ -131,12 +131,9 @@ TEST(DueDates, MoveOffAWeekendByTheStepTwiceAtMostAndKeepTheTimeOnTheWall) {
               c.moved)
         << c.day << " " << c.step;
   }
-}
-
-TEST(DueDates, TheWeekendShiftLogsItsFirstStepOnly) {
   FakeDesktop desktop;
   (void)QMBillsLoader{desktop.platform}.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, 6), 1);
-  EXPECT_THAT(desktop.log.lines, ElementsAre("weekend!", "nextDate: 2027-03-07 17:00:00 +0000 ..."));
+  EXPECT_THAT(desktop.log.lines, ElementsAre("weekend!", "nextDate: 2027-03-07 17:00:00 +0000 ...")) << "one step";
 }
 
 TEST(DueDates, TheWeekendIsSaturdayAndSundayEverywhere) {
