@@ -9,9 +9,7 @@
 namespace tallyvane::testing {
 namespace {
 
-TEST(MonthlyGraph, ShowsThe23NewestPaymentsNewestFirst) {
-  FakeDesktop desktop;
-  const QMMonthlyGraphManager manager{desktop.platform};
+TEST_F(MonthlyGraph, ShowsThe23NewestPaymentsNewestFirst) {
   std::vector<Value> payments;
   for (unsigned day = 1; day <= 30; ++day) payments.emplace_back(entry(day, noon(2027, 1, (day * 7) % 30 + 1)));
   payments.emplace_back(without(entry(500, 0), "Date"));
@@ -27,9 +25,7 @@ TEST(MonthlyGraph, ShowsThe23NewestPaymentsNewestFirst) {
   EXPECT_EQ(paid, billPaid(payments)) << "the bill's own list was reordered";
 }
 
-TEST(MonthlyGraph, KeepsAmountsAsTheyAreAndPutsUndatedPaymentsLast) {
-  FakeDesktop desktop;
-  const QMMonthlyGraphManager manager{desktop.platform};
+TEST_F(MonthlyGraph, KeepsAmountsAsTheyAreAndPutsUndatedPaymentsLast) {
   const Date day = noon(2027, 1, 5);
   const Array list{"scribble", entry(3, "2027-01-01"), entry("2.5", day), entry(-4, day),
                    without(entry(0, noon(2026, 12, 5)), "Amount")};
@@ -40,11 +36,9 @@ TEST(MonthlyGraph, KeepsAmountsAsTheyAreAndPutsUndatedPaymentsLast) {
   EXPECT_EQ(manager.amountStringsByMonthForAmounts(amounts)[1], "-$4.00");
 }
 
-TEST(MonthlyGraph, OfNoPaymentsIsEmptyInAllPositions) {
-  FakeDesktop desktop;
+TEST_F(MonthlyGraph, OfNoPaymentsIsEmptyInAllPositions) {
   for (const Value& list : {Value(Array()), Value("no list")}) {
-    const Array graphs =
-        QMMonthlyGraphManager{desktop.platform}.listOfPaymentsByPaymentForBill(with(billPaid({}), "PaymentList", list));
+    const Array graphs = manager.listOfPaymentsByPaymentForBill(with(billPaid({}), "PaymentList", list));
     EXPECT_EQ(keysOf(*graphs[0].get<Dictionary>()),
               (std::vector<std::string>{"Labels", "Amounts", "Heights", "Images"}));
     EXPECT_EQ(graphList(graphs, "Labels"), padded({}, ""));
@@ -53,13 +47,12 @@ TEST(MonthlyGraph, OfNoPaymentsIsEmptyInAllPositions) {
   }
 }
 
-TEST(MonthlyGraph, SumsTheMonthsThatItShows) {
-  FakeDesktop desktop;
+TEST_F(MonthlyGraph, SumsTheMonthsThatItShows) {
   const Dictionary paid =
       billPaid({entry(1.1, noon(2027, 3, 1)), entry(2.2, noon(2027, 3, 31)), entry(4, noon(2027, 4, 1)),
                 entry(8, noon(2025, 4, 1)), entry(16, noon(2025, 3, 31)), entry(32, "2027-03-01"),
                 entry(64, noon(2027, 3, 1) - std::chrono::hours{17})});
-  const Array graphs = QMMonthlyGraphManager{desktop.platform}.listOfPaymentsByMonthForBill(paid);
+  const Array graphs = manager.listOfPaymentsByMonthForBill(paid);
   Array heights = padded({(1.1F + 2.2F) / 64.0F, 1.0F}, 0.0F);
   heights[23] = 8.0F / 64.0F;
   EXPECT_EQ(graphList(graphs, "Heights"), heights);
@@ -68,28 +61,24 @@ TEST(MonthlyGraph, SumsTheMonthsThatItShows) {
   EXPECT_EQ(graphList(graphs, "Labels")[23], Value("Apr"));
 }
 
-TEST(MonthlyGraph, CountsMonthsBackFromTheLastDayOfALongOne) {
-  FakeDesktop desktop;
+TEST_F(MonthlyGraph, CountsMonthsBackFromTheLastDayOfALongOne) {
   desktop.clock.moment = noon(2027, 3, 31);
-  const auto months = QMMonthlyGraphManager{desktop.platform}.months();
+  const auto months = manager.months();
   EXPECT_EQ(std::vector<std::string>(months.begin(), months.begin() + 4),
             (std::vector<std::string>{"Mar", "Feb", "Jan", "Dec"}));
 }
 
-TEST(MonthlyGraph, ChoosesPicturesByTheYearOfThePosition) {
-  FakeDesktop desktop;
+TEST_F(MonthlyGraph, ChoosesPicturesByTheYearOfThePosition) {
   desktop.clock.moment = noon(2027, 1, 15);
   std::vector<std::string> expected(24, "oldbar.png");
   expected[0] = "orchidbar.png";
   std::fill(expected.begin() + 1, expected.begin() + 13, "blackbar.png");
-  EXPECT_EQ(QMMonthlyGraphManager{desktop.platform}.graphImagesForMonths(), expected);
+  EXPECT_EQ(manager.graphImagesForMonths(), expected);
 }
 
-TEST(MonthlyGraph, FollowsTheUsersCalendar) {
-  FakeDesktop desktop;
+TEST_F(MonthlyGraph, FollowsTheUsersCalendar) {
   desktop.region.locale = "fa_IR";
   desktop.clock.moment = noon(2027, 3, 21);  // the first day of 1406
-  const QMMonthlyGraphManager manager{desktop.platform};
   EXPECT_EQ(manager.paymentAmountsByMonthForList({entry(1, noon(2027, 3, 20)), entry(2, noon(2027, 3, 22))}),
             padded({2.0F, 1.0F}, 0.0F));
   EXPECT_EQ(manager.graphImagesForMonths()[1], "blackbar.png");

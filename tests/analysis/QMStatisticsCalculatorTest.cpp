@@ -11,16 +11,7 @@
 namespace tallyvane::testing {
 namespace {
 
-/// Due soon, excluding overdue, overdue, later.
-std::vector<Array> countsOf(FakeDesktop& desktop, const std::vector<Dictionary>& bills) {
-  const QMStatisticsCalculator calculator{desktop.platform};
-  return {calculator.countAndAmountofBillsDueSoonForData(bills),
-          calculator.countAndAmountofBillsDueExcludingOverdueSoonForData(bills),
-          calculator.countAndAmountofBillsOverdueSoonForData(bills),
-          calculator.countAndAmountofBillsDueLaterForData(bills)};
-}
-
-TEST(Statistics, CountABillByItsDaysAndHowItIsPaid) {
+TEST_F(Statistics, CountABillByItsDaysAndHowItIsPaid) {
   struct Case {
     int days;
     bool automatic;
@@ -34,61 +25,56 @@ TEST(Statistics, CountABillByItsDaysAndHowItIsPaid) {
       {-3, true, 7, 0, {1, 0, 0, 0}},  {-3, true, 7, 2, {0, 0, 0, 0}},  {3, true, 7, 0, {1, 0, 0, 0}},
       {30, true, 7, 0, {0, 0, 0, 0}},
   };
+  desktop.region.timeZone = "UTC";  // every day has 24 hours
   for (const Case& c : cases) {
-    FakeDesktop desktop;
-    desktop.region.timeZone = "UTC";  // every day has 24 hours
+    desktop.defaults.content = Dictionary{{"QMDontCountAuto", c.dontCountAuto}};
     if (c.horizon) desktop.defaults.content.set("QMDueSoonDays", *c.horizon);
-    desktop.defaults.content.set("QMDontCountAuto", c.dontCountAuto);
     const auto due = with(bill("A", "A", daysFromToday(c.days)), "PayType", c.automatic ? 1 : 0);
     std::vector<Array> expected;
     for (const int count : c.counts) expected.push_back({count, count == 1 ? 100.0F : 0.0F});
-    EXPECT_EQ(countsOf(desktop, {due}), expected) << c.days << c.automatic;
+    EXPECT_EQ(countsOf({due}), expected) << c.days << c.automatic;
   }
 }
 
-TEST(Statistics, SumEstimatedAmountsAsFloatsInListOrder) {
-  FakeDesktop desktop;
+TEST_F(Statistics, SumEstimatedAmountsAsFloatsInListOrder) {
   const Dictionary overdue = bill("A", "A", noon(2027, 3, 1));
   const auto bills = [&](const std::vector<Value>& amounts) {
     std::vector<Dictionary> list;
     for (const Value& amount : amounts) list.push_back(with(overdue, "Amount", amount));
     return list;
   };
-  const auto sum = [&](const std::vector<Dictionary>& list) { return countsOf(desktop, list)[2][1]; };
+  const auto sum = [&](const std::vector<Dictionary>& list) { return countsOf(list)[2][1]; };
   EXPECT_EQ(sum(bills({0.75, 0.5})), Value(3.0));                  // both averages: below 1 reads as none
   EXPECT_EQ(sum(bills({16777216, 1, 1})), Value(16777216.0));      // each 1 is lost
   EXPECT_EQ(sum(bills({1, 1, 16777216})), Value(16777218.0));      // in this order none
   EXPECT_EQ(sum(bills({"12.50 EUR", 1.1})), Value(12.5F + 1.1F));  // text by its number
-  EXPECT_EQ(countsOf(desktop, {without(overdue, "DueDate"), with(overdue, "DueDate", "soon")}),
+  EXPECT_EQ(countsOf({without(overdue, "DueDate"), with(overdue, "DueDate", "soon")}),
             std::vector<Array>(4, {0, 0.0F}));
-  EXPECT_EQ(countsOf(desktop, {}), std::vector<Array>(4, {0, 0.0F}));
+  EXPECT_EQ(countsOf({}), std::vector<Array>(4, {0, 0.0F}));
 }
 
-TEST(Statistics, SortTheBillsOwnPaymentsByAmount) {
-  FakeDesktop desktop;
+TEST_F(Statistics, SortTheBillsOwnPaymentsByAmount) {
   const Date day = noon(2027, 3, 1);
   Dictionary paid = billPaid({entry(9, day), entry(10, noon(2027, 3, 2)), entry(1.5, day), "scribble", entry(10.0, day),
                               without(entry(0, day), "Amount")});
   paid.get<Array>("PaymentList")->back().get<Dictionary>()->set("Amount", "2.5");
-  const Dictionary found = QMStatisticsCalculator{desktop.platform}.highestAndLowestPaymentForBill(paid);
+  const Dictionary found = calculator.highestAndLowestPaymentForBill(paid);
   EXPECT_THAT(amountsOf(*paid.get<Array>("PaymentList")), ElementsAre("scribble", 1.5, "2.5", 9, 10, 10.0));
   EXPECT_EQ(found, (Dictionary{{"Highest", entry(10.0, day)}, {"Lowest", entry(1.5, day)}}));
 }
 
-TEST(Statistics, WithoutPaymentsHighestAndLowestSayThatThereAreNone) {
-  FakeDesktop desktop;
+TEST_F(Statistics, WithoutPaymentsHighestAndLowestSayThatThereAreNone) {
   desktop.region.words = bracketed;
   const Dictionary none{{"Amount", 0}, {"Date", "[No Payments Yet]"}};
   for (const Value& list : {Value(Array()), Value("no list"), Value(Array{7})}) {
     Dictionary paid = with(billPaid({}), "PaymentList", list);
-    const Dictionary found = QMStatisticsCalculator{desktop.platform}.highestAndLowestPaymentForBill(paid);
+    const Dictionary found = calculator.highestAndLowestPaymentForBill(paid);
     EXPECT_EQ(found, (Dictionary{{"Highest", none}, {"Lowest", none}}));
     EXPECT_EQ(*paid.find("PaymentList"), list);
   }
 }
 
-TEST(Statistics, TotalsFollowYearAndSeasonOfThePaymentsDay) {
-  FakeDesktop desktop;
+TEST_F(Statistics, TotalsFollowYearAndSeasonOfThePaymentsDay) {
   // In New York the last one is still of 2026.
   Dictionary paid = billPaid({entry(1, noon(2027, 1, 31)), entry(2, noon(2026, 4, 1)), entry(4, noon(2025, 9, 30)),
                               entry(8, noon(2028, 12, 1)), entry(16, "2027-03-01"), 7,
@@ -97,7 +83,6 @@ TEST(Statistics, TotalsFollowYearAndSeasonOfThePaymentsDay) {
                       {"TotalFall", 40.0},   {"TotalSpring", 2.0},       {"TotalSummer", 4.0},
                       {"TotalWinter", 1.0},  {"ThisYearString", "2027"}, {"LastYearString", "2026"},
                       {"ThisYearHeight", 2}, {"LastYearHeight", 100}};
-  const QMStatisticsCalculator calculator{desktop.platform};
   EXPECT_EQ(calculator.totalsForBill(paid), expected);
   EXPECT_EQ(keysOf(calculator.totalsForBill(paid)), keysOf(expected));
 
@@ -114,27 +99,28 @@ TEST(Statistics, TotalsFollowYearAndSeasonOfThePaymentsDay) {
   EXPECT_EQ(*calculator.totalsForBill(billPaid({})).find("ThisYearHeight"), Value(0));
 }
 
-TEST(Statistics, YearsAreThoseOfTheUsersCalendar) {
+TEST_F(Statistics, YearsAreThoseOfTheUsersCalendar) {
   const struct {
     const char* locale;
+    Date moment;
     double thisYear;
     const char* text;
-  } rows[] = {{"th_TH", 3.0, "2570"}, {"fa_IR", 1.0, "1405"}, {"ja_JP@calendar=japanese", 3.0, "9"}};
+  } rows[] = {{"th_TH", noon(2027, 3, 25), 3.0, "2570"},
+              {"fa_IR", noon(2027, 3, 20), 1.0, "1405"},  // the year's last day
+              {"ja_JP@calendar=japanese", noon(2027, 3, 25), 3.0, "9"}};
+  // The last lies in year 9 of another Japanese era.
+  const Dictionary paid =
+      billPaid({entry(1, noon(2027, 3, 20)), entry(2, noon(2027, 3, 21)), entry(4, noon(1997, 5, 1))});
   for (const auto& row : rows) {
-    FakeDesktop desktop;
     desktop.region.locale = row.locale;
-    desktop.clock.moment = noon(2027, 3, 25);
-    if (std::string_view(row.locale) == "fa_IR") desktop.clock.moment = noon(2027, 3, 20);  // the year's last day
-    // The last lies in year 9 of another Japanese era.
-    const Dictionary paid =
-        billPaid({entry(1, noon(2027, 3, 20)), entry(2, noon(2027, 3, 21)), entry(4, noon(1997, 5, 1))});
-    const Dictionary totals = QMStatisticsCalculator{desktop.platform}.totalsForBill(paid);
+    desktop.clock.moment = row.moment;
+    const Dictionary totals = calculator.totalsForBill(paid);
     EXPECT_EQ(*totals.find("TotalThisYear"), Value(row.thisYear)) << row.locale;
     EXPECT_EQ(*totals.find("ThisYearString"), Value(row.text)) << row.locale;
   }
 }
 
-TEST(Statistics, HeightsAreCutPercentagesOfTheLargest) {
+TEST_F(Statistics, HeightsAreCutPercentagesOfTheLargest) {
   constexpr float infinity = std::numeric_limits<float>::infinity();
   constexpr float nan = std::numeric_limits<float>::quiet_NaN();
   const struct {
@@ -147,14 +133,10 @@ TEST(Statistics, HeightsAreCutPercentagesOfTheLargest) {
               {{1, infinity}, {0, 0}},
               {{nan, 2}, {0, 100}},
               {{nan}, {0}}};
-  FakeDesktop desktop;
-  for (const auto& row : rows)
-    EXPECT_EQ(QMStatisticsCalculator{desktop.platform}.calculateRelativeHeightsForGraphs(row.numbers), row.heights);
+  for (const auto& row : rows) EXPECT_EQ(calculator.calculateRelativeHeightsForGraphs(row.numbers), row.heights);
 }
 
-TEST(Statistics, TheBalanceBarIsUnguarded) {
-  FakeDesktop desktop;
-  const QMStatisticsCalculator calculator{desktop.platform};
+TEST_F(Statistics, TheBalanceBarIsUnguarded) {
   EXPECT_EQ(calculator.balanceGraphSizeWithMaxWidthAndTotalPaidAndBalance(300, 1, 2), 300.0F * (1.0F / 3.0F));
   EXPECT_TRUE(std::isnan(calculator.balanceGraphSizeWithMaxWidthAndTotalPaidAndBalance(300, 0, 0)));
   EXPECT_EQ(calculator.createStringWithDate(noon(2100, 3, 10)), "Wed, Mar 10, 2100");  // however far

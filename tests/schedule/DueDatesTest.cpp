@@ -1,14 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "storage/QMBillsLoader.h"
-#include "support/Bills.h"
+#include "support/LoadedBills.h"
 #include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
 
-TEST(DueDates, ReadInUnevenBandsOfTheUsersWords) {
+using DueDates = LoadedBills;
+
+TEST_F(DueDates, ReadInUnevenBandsOfTheUsersWords) {
   struct Band {
     int first, last;
     const char* text;  ///< # stands for the number of days
@@ -30,10 +31,8 @@ TEST(DueDates, ReadInUnevenBandsOfTheUsersWords) {
                         {366, 366, "[Due in over] 1 [year]"},
                         {10000, 10000, "[Due in over] 1 [year]"},
                         {10001, 10001, "[Never]"}};
-  FakeDesktop desktop;
   desktop.region.timeZone = "UTC";  // every day has 24 hours
   desktop.region.words = bracketed;
-  const QMBillsLoader loader{desktop.platform};
   for (const Band& band : bands) {
     for (int d = band.first; d <= band.last; ++d) {
       std::string text = band.text;
@@ -43,9 +42,8 @@ TEST(DueDates, ReadInUnevenBandsOfTheUsersWords) {
   }
 }
 
-TEST(DueDates, AShortDayIsCutTowardZero) {
-  FakeDesktop desktop;  // the clocks go forward in New York on 14 March 2027
-  const QMBillsLoader loader{desktop.platform};
+TEST_F(DueDates, AShortDayIsCutTowardZero) {
+  // the clocks go forward in New York on 14 March 2027
   const Date changeDay = noon(2027, 3, 14);
   EXPECT_EQ(loader.createHumanDueDateWithDueDateAndCurrentDate(noon(2027, 3, 15), changeDay), "Due today");
   EXPECT_EQ(loader.createHumanDueDateWithDueDateAndCurrentDate(changeDay, noon(2027, 3, 15)), "Due today");
@@ -54,11 +52,9 @@ TEST(DueDates, AShortDayIsCutTowardZero) {
   EXPECT_EQ(loader.createSortableDueDateWithDueDateAndCurrentDate(noon(2027, 11, 8), noon(2027, 11, 7)), 90000);
 }
 
-TEST(DueDates, TextsEndTenThousandDaysAway) {
-  FakeDesktop desktop;
+TEST_F(DueDates, TextsEndTenThousandDaysAway) {
   desktop.region.timeZone = "UTC";
   desktop.region.words = bracketed;
-  const QMBillsLoader loader{desktop.platform};
   EXPECT_EQ(loader.createDueDateStringWithDate(daysFromToday(0)), "Wed, Mar 10, 2027");
   EXPECT_EQ(loader.createShortDueDateStringWithDueDate(daysFromToday(3)), "Mar 13");
   EXPECT_EQ(loader.createDayStringWithDate(daysFromToday(3)), "Saturday");
@@ -70,7 +66,7 @@ TEST(DueDates, TextsEndTenThousandDaysAway) {
   for (const int edge : {10000, -10000}) EXPECT_NE(loader.createDueDateStringWithDate(daysFromToday(edge)), "[Never]");
 }
 
-TEST(DueDates, IconsFollowDayHorizonAndPaymentType) {
+TEST_F(DueDates, IconsFollowDayHorizonAndPaymentType) {
   struct Case {
     Value sortNumber, payType;
     std::optional<int> horizon;
@@ -90,28 +86,22 @@ TEST(DueDates, IconsFollowDayHorizonAndPaymentType) {
       {8 * 86400, 0, 30, "yellow5.png", "yellow5.png"},
       {-900000, 1, 7, "blue5.png", "blue5.png"},
   };
+  EXPECT_EQ(loader.createDueIconWithSortNumberAndPaymentType(nullptr, nullptr), "yellow5.png");
   for (const Case& c : cases) {
-    FakeDesktop desktop;
-    if (c.horizon) desktop.defaults.content.set("QMDueSoonDays", *c.horizon);
-    if (c.horizon) desktop.groupDefaults.content.set("QMDueSoonDays", *c.horizon);
-    const QMBillsLoader loader{desktop.platform};
+    desktop.defaults.content = c.horizon ? Dictionary{{"QMDueSoonDays", *c.horizon}} : Dictionary();
+    desktop.groupDefaults.content = desktop.defaults.content;
     EXPECT_EQ(loader.createDueIconWithSortNumberAndPaymentType(&c.sortNumber, &c.payType), c.icon);
     EXPECT_EQ(loader.createDueIconForExtensionWithSortNumberAndPaymentType(&c.sortNumber, &c.payType), c.widgetIcon);
   }
-  FakeDesktop desktop;
-  EXPECT_EQ(QMBillsLoader{desktop.platform}.createDueIconWithSortNumberAndPaymentType(nullptr, nullptr), "yellow5.png");
 }
 
-TEST(DueDates, TheOlderIconReads32BitsAndTurnsGreenAfterFifteenDays) {
-  FakeDesktop desktop;
-  const auto icon = [&](const Value& number) {
-    return QMBillsLoader{desktop.platform}.calculateIconWithDueDateNumber(&number);
-  };
+TEST_F(DueDates, TheOlderIconReads32BitsAndTurnsGreenAfterFifteenDays) {
+  const auto icon = [&](const Value& number) { return loader.calculateIconWithDueDateNumber(&number); };
   EXPECT_EQ(icon(-1) + icon(0) + icon(1295999) + icon(1296000), "red.pngyellow.pngyellow.pnggreen.png");
   EXPECT_EQ(icon(std::int64_t{1} << 31), "red.png");
 }
 
-TEST(DueDates, MoveOffAWeekendByTheStepTwiceAtMostAndKeepTheTimeOnTheWall) {
+TEST_F(DueDates, MoveOffAWeekendByTheStepTwiceAtMostAndKeepTheTimeOnTheWall) {
   constexpr std::chrono::hours clockChange{1};  // the clocks go forward on Sunday 14 March
   struct Case {
     unsigned day;
@@ -126,29 +116,23 @@ TEST(DueDates, MoveOffAWeekendByTheStepTwiceAtMostAndKeepTheTimeOnTheWall) {
                         // A week on is a weekend again, and no third step follows.
                         {13, 7, noon(2027, 3, 27) - clockChange}};
   for (const Case& c : cases) {
-    FakeDesktop desktop;
-    EXPECT_EQ(QMBillsLoader{desktop.platform}.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, c.day), c.step),
-              c.moved)
+    EXPECT_EQ(loader.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, c.day), c.step), c.moved)
         << c.day << " " << c.step;
   }
-  FakeDesktop desktop;
-  (void)QMBillsLoader{desktop.platform}.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, 6), 1);
+  desktop.log.lines.clear();
+  (void)loader.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, 6), 1);
   EXPECT_THAT(desktop.log.lines, ElementsAre("weekend!", "nextDate: 2027-03-07 17:00:00 +0000 ...")) << "one step";
 }
 
-TEST(DueDates, TheWeekendIsSaturdayAndSundayEverywhere) {
+TEST_F(DueDates, TheWeekendIsSaturdayAndSundayEverywhere) {
   for (const char* locale : {"fa_IR", "ar_SA", "th_TH"}) {
-    FakeDesktop desktop;
     desktop.region.locale = locale;
-    const QMBillsLoader loader{desktop.platform};
     EXPECT_EQ(loader.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, 12), 1), std::nullopt) << locale;
     EXPECT_EQ(loader.modifyDueDateToAvoidWeekendsWithAmount(noon(2027, 3, 6), 1), noon(2027, 3, 8)) << locale;
   }
 }
 
-TEST(DueDates, LieInAMonthOfTheUsersOwnCalendar) {
-  FakeDesktop desktop;
-  const QMBillsLoader loader{desktop.platform};
+TEST_F(DueDates, LieInAMonthOfTheUsersOwnCalendar) {
   EXPECT_TRUE(loader.isDueDateInThisMonth(noon(2027, 3, 31), noon(2027, 3, 1)));
   EXPECT_FALSE(loader.isDueDateInThisMonth(noon(2028, 3, 10), noon(2027, 3, 10)));
   EXPECT_FALSE(loader.isDueDateInThisMonth(noon(2027, 4, 1), noon(2027, 3, 31)));
@@ -159,9 +143,7 @@ TEST(DueDates, LieInAMonthOfTheUsersOwnCalendar) {
   EXPECT_TRUE(loader.isDueDateInThisMonth(noon(2027, 3, 25), noon(2027, 4, 10)));
 }
 
-TEST(DueDates, CountsAndAmountsReadInWords) {
-  FakeDesktop desktop;
-  const QMBillsLoader loader{desktop.platform};
+TEST_F(DueDates, CountsAndAmountsReadInWords) {
   const Array one{1}, three{1, 2, 3};
   EXPECT_EQ(loader.formattedTimesPaidWithPayments(nullptr), "Paid 0 times");
   EXPECT_EQ(loader.formattedTimesPaidWithPayments(&one), "Paid 1 time");

@@ -2,16 +2,16 @@
 
 #include <stdexcept>
 
-#include "storage/QMBillsLoader.h"
-#include "support/Bills.h"
+#include "support/LoadedBills.h"
 
 namespace tallyvane::testing {
 namespace {
 
+using RepeatRules = LoadedBills;
+
 using Selection = std::optional<std::vector<std::int64_t>>;
 
-TEST(RepeatRules, MenuChoicesMakeTheirArrays) {
-  FakeDesktop desktop;
+TEST_F(RepeatRules, MenuChoicesMakeTheirArrays) {
   struct Case {
     std::int64_t selector, number, unit;
     Array rule;
@@ -28,8 +28,7 @@ TEST(RepeatRules, MenuChoicesMakeTheirArrays) {
   }
 }
 
-TEST(RepeatRules, ReadBackAsChoicesAndSentencesOfTheUsersWords) {
-  FakeDesktop desktop;
+TEST_F(RepeatRules, ReadBackAsChoicesAndSentencesOfTheUsersWords) {
   desktop.region.words = bracketed;
   struct Case {
     std::optional<Array> rule;
@@ -58,7 +57,6 @@ TEST(RepeatRules, ReadBackAsChoicesAndSentencesOfTheUsersWords) {
       {Array{"2", 0.9}, {{9}}, {{6, 1}}, "[Every] 2 [weeks]"},
       {std::nullopt, {{6, 1}}, {{6, 1}}, "[Every] 0 [weeks]"},
   };
-  const QMBillsLoader loader{desktop.platform};
   for (const Case& c : cases) {
     const Array* rule = c.rule ? &*c.rule : nullptr;
     SCOPED_TRACE(c.sentence.value_or("no sentence"));
@@ -68,10 +66,8 @@ TEST(RepeatRules, ReadBackAsChoicesAndSentencesOfTheUsersWords) {
   }
 }
 
-TEST(RepeatRules, MenuTitlesDifferFromTheSentences) {
-  FakeDesktop desktop;
+TEST_F(RepeatRules, MenuTitlesDifferFromTheSentences) {
   desktop.region.words = bracketed;  // titles are not looked up
-  const QMBillsLoader loader{desktop.platform};
   const std::vector<std::int64_t> every6Months{4}, unknown{10}, negative{-1}, custom{6, 1}, empty;
   EXPECT_EQ(loader.repeatStringFromRepeatArray(&every6Months), "Every 6 Months");
   EXPECT_EQ(loader.repeatStringFromRepeatArray(&custom), "Custom");

@@ -1,22 +1,21 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "storage/QMBillsLoader.h"
-#include "support/Bills.h"
+#include "support/LoadedBills.h"
 #include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
 
-TEST(WidgetSnapshot, KeepsEveryRowSortedAndIsReadWithFreshTexts) {
-  FakeDesktop desktop;
+using WidgetSnapshot = LoadedBills;
+
+TEST_F(WidgetSnapshot, KeepsEveryRowSortedAndIsReadWithFreshTexts) {
   desktop.region.timeZone = "UTC";
   desktop.defaults.content.set("QMDueSoonDays", 7);
   desktop.defaults.content.set("QMAvoidWeekends", 2);
   putActiveBills(desktop,
                  {bill("A", "Later", daysFromToday(20)), bill("B", "Today", daysFromToday(0)),
                   bill("C", "Overdue", daysFromToday(-4)), with(bill("D", "Auto", daysFromToday(0)), "PayType", 1)});
-  QMBillsLoader loader{desktop.platform};
   EXPECT_THAT(column(loader.loadBills()), ElementsAre("Later", "Today", "Overdue", "Auto"));
   const auto stored = desktop.groupDefaults.content.get<Array>("ActiveBills");
   ASSERT_NE(stored, nullptr);
@@ -40,18 +39,15 @@ TEST(WidgetSnapshot, KeepsEveryRowSortedAndIsReadWithFreshTexts) {
   EXPECT_EQ(desktop.groupDefaults.object("ActiveBills"), Value(Array())) << "every list build replaces it";
 }
 
-TEST(WidgetSnapshot, ReadingLogsItsFixedLinesInOrder) {
-  FakeDesktop desktop;
+TEST_F(WidgetSnapshot, ReadingLogsItsFixedLinesInOrder) {
   desktop.groupDefaults.content.set("ActiveBills", Array{bill("A", "Rent", daysFromToday(0))});
-  (void)QMBillsLoader{desktop.platform}.loadBillsForExtension();
+  (void)loader.loadBillsForExtension();
   EXPECT_THAT(desktop.log.lines, ElementsAre("Bills.count 1", "OK1", "Due Date 2027-03-10 17:00:00 +0000", "OK2",
                                              "Due Icon yellow5.png", "OK3", "OK4"));
 }
 
-TEST(WidgetSnapshot, TheNextBillIsToldWhileAnyNeedsAttention) {
-  FakeDesktop desktop;
+TEST_F(WidgetSnapshot, TheNextBillIsToldWhileAnyNeedsAttention) {
   desktop.groupDefaults.content.set("NextBill", bill("A", "Rent", daysFromToday(5)));
-  QMBillsLoader loader{desktop.platform};
   for (const int count : {0, -1}) {
     desktop.groupDefaults.content.set("NumberOfBillsDueSoon", count);
     EXPECT_EQ(loader.loadDataForExtension(), std::nullopt);
@@ -64,11 +60,9 @@ TEST(WidgetSnapshot, TheNextBillIsToldWhileAnyNeedsAttention) {
   EXPECT_EQ(next->size(), 19U + 5U);
 }
 
-TEST(WidgetSnapshot, WithoutAGroupContainerThereIsNone) {
-  FakeDesktop desktop;
+TEST_F(WidgetSnapshot, WithoutAGroupContainerThereIsNone) {
   desktop.platform.groupDefaults = nullptr;
   putActiveBills(desktop, {bill("A", "Rent", daysFromToday(0))});
-  QMBillsLoader loader{desktop.platform};
   EXPECT_EQ(loader.loadBills().size(), 1U);
   EXPECT_THAT(loader.loadBillsForExtension(), IsEmpty());
   EXPECT_EQ(loader.loadDataForExtension(), std::nullopt);

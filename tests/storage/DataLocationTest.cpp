@@ -1,17 +1,16 @@
 #include <gtest/gtest.h>
 
 #include "storage/DataFolder.h"
-#include "storage/QMBillsLoader.h"
-#include "support/Bills.h"
+#include "support/LoadedBills.h"
 
 namespace tallyvane::testing {
 namespace {
 
+using DataLocation = LoadedBills;
+
 Data bytes(const std::string& text) { return Data{{text.begin(), text.end()}}; }
 
-TEST(DataLocation, TheDefaultFolderIsMadeAndASetterNeverChangesIt) {
-  FakeDesktop desktop;
-  QMBillsLoader loader{desktop.platform};
+TEST_F(DataLocation, TheDefaultFolderIsMadeAndASetterNeverChangesIt) {
   loader.setTallyvaneDirectory("/elsewhere");
   loader.setTallyvaneDropboxFolder("/elsewhere");
   EXPECT_EQ(loader.tallyvaneDirectory(), dataFolder);
@@ -22,7 +21,7 @@ TEST(DataLocation, TheDefaultFolderIsMadeAndASetterNeverChangesIt) {
   EXPECT_TRUE(desktop.files.isFolder("/home/ada/.local/share/com.Quillmoor.Tallyvane-Touch"));
 }
 
-TEST(DataLocation, ACustomLocationFollowsItsMisspelledCacheAndItsBookmark) {
+TEST_F(DataLocation, ACustomLocationFollowsItsMisspelledCacheAndItsBookmark) {
   struct Case {
     std::optional<std::string> cache;
     std::string bookmark;
@@ -46,38 +45,35 @@ TEST(DataLocation, ACustomLocationFollowsItsMisspelledCacheAndItsBookmark) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.bookmark + " cached as " + c.cache.value_or("nothing"));
-    FakeDesktop desktop;
-    desktop.defaults.content.set("QMCustomLocationEnabled", true);
-    desktop.defaults.content.set("QMCustomLocationBookmark", bytes(c.bookmark));
-    desktop.defaults.content.set("QMDropboxSyncEnabled", c.dropbox);
-    if (c.cache) desktop.defaults.content.set("QMCusomLocationTempPath", *c.cache);
-    EXPECT_EQ(QMBillsLoader{desktop.platform}.tallyvaneDirectory(), c.path);
-    EXPECT_EQ(desktop.defaults.object("QMCusomLocationTempPath"), c.cacheAfterwards);
-    EXPECT_EQ(desktop.bookmarks.resolved, c.resolved);
-    EXPECT_EQ(desktop.bookmarks.accessed.size(), c.resolved == 1 && c.bookmark.starts_with("/") ? 1U : 0U);
-    EXPECT_TRUE(desktop.files.content.empty());
+    FakeDesktop other;
+    other.defaults.content.set("QMCustomLocationEnabled", true);
+    other.defaults.content.set("QMCustomLocationBookmark", bytes(c.bookmark));
+    other.defaults.content.set("QMDropboxSyncEnabled", c.dropbox);
+    if (c.cache) other.defaults.content.set("QMCusomLocationTempPath", *c.cache);
+    EXPECT_EQ(QMBillsLoader{other.platform}.tallyvaneDirectory(), c.path);
+    EXPECT_EQ(other.defaults.object("QMCusomLocationTempPath"), c.cacheAfterwards);
+    EXPECT_EQ(other.bookmarks.resolved, c.resolved);
+    EXPECT_EQ(other.bookmarks.accessed.size(), c.resolved == 1 && c.bookmark.starts_with("/") ? 1U : 0U);
+    EXPECT_TRUE(other.files.content.empty());
     if (c.path) {
-      EXPECT_FALSE(desktop.files.exists(*c.path)) << "only the default folder is made";
+      EXPECT_FALSE(other.files.exists(*c.path)) << "only the default folder is made";
     }
   }
 }
 
-TEST(DataLocation, TheChosenFolderIsToldAndLogged) {
-  FakeDesktop desktop;
+TEST_F(DataLocation, TheChosenFolderIsToldAndLogged) {
   desktop.defaults.content.set("QMCustomLocationEnabled", true);
   desktop.defaults.content.set("QMCustomLocationBookmark", bytes("/Users/a/My Drop"));
-  EXPECT_EQ(QMBillsLoader{desktop.platform}.tallyvaneDropboxFolder(), "/Users/a/My Drop");
+  EXPECT_EQ(loader.tallyvaneDropboxFolder(), "/Users/a/My Drop");
   EXPECT_EQ(desktop.log.lines,
             (std::vector<std::string>{"Resolving Bookmark", "Final URL: file:///Users/a/My%20Drop/"}));
   EXPECT_TRUE(desktop.bookmarks.accessed.empty());
 }
 
-TEST(DataLocation, WithoutAPathNothingIsReadAndNoFileLandsElsewhere) {
-  FakeDesktop desktop;
+TEST_F(DataLocation, WithoutAPathNothingIsReadAndNoFileLandsElsewhere) {
   desktop.defaults.content.set("QMCustomLocationEnabled", true);
   billObject(desktop.platform, "A1", "Rent", daysFromToday(1)).writeBill(false);
   QMBill{desktop.platform}.archiveBillWithBid("A1");
-  QMBillsLoader loader{desktop.platform};
   loader.saveListOfTagsWithTags({"x"});
   EXPECT_TRUE(desktop.files.content.empty());
   EXPECT_EQ(loader.getListOfBills("ActiveBills"), std::nullopt);
@@ -85,8 +81,7 @@ TEST(DataLocation, WithoutAPathNothingIsReadAndNoFileLandsElsewhere) {
   EXPECT_EQ(desktop.log.lines[0], "Wrote File = 0");
 }
 
-TEST(DataLocation, AnIdentifierThatLeadsOutOfTheFolderOrToAnotherFileNamesNone) {
-  FakeDesktop desktop;
+TEST_F(DataLocation, AnIdentifierThatLeadsOutOfTheFolderOrToAnotherFileNamesNone) {
   for (const char* bid : {"", "../x", "a/b", ".hidden", "billindex", "tagindex", "incomeindex", "mailindex"}) {
     EXPECT_EQ(billPath(desktop.platform, bid), "") << bid;
     QMBill{desktop.platform}.rewriteSpecificBill(bill(bid, "Rent", daysFromToday(0)));

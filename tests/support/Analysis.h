@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "analysis/QMIncomeManager.h"
+#include "analysis/QMMonthlyGraphManager.h"
+#include "analysis/QMStatisticsCalculator.h"
 #include "support/Bills.h"
 
 namespace tallyvane::testing {
@@ -53,6 +55,23 @@ inline void putIncome(FakeDesktop& desktop, const std::vector<Value>& sources) {
   desktop.files.putPlist(inDataFolder("incomeindex.plist"),
                          Dictionary{{"IncomeSources", Array(sources.begin(), sources.end())}});
 }
+
+struct MonthlyGraph : ::testing::Test {
+  FakeDesktop desktop;
+  QMMonthlyGraphManager manager{desktop.platform};
+};
+
+struct Statistics : ::testing::Test {
+  /// Due soon, excluding overdue, overdue, later.
+  std::vector<Array> countsOf(const std::vector<Dictionary>& bills) {
+    return {calculator.countAndAmountofBillsDueSoonForData(bills),
+            calculator.countAndAmountofBillsDueExcludingOverdueSoonForData(bills),
+            calculator.countAndAmountofBillsOverdueSoonForData(bills),
+            calculator.countAndAmountofBillsDueLaterForData(bills)};
+  }
+  FakeDesktop desktop;
+  QMStatisticsCalculator calculator{desktop.platform};
+};
 
 class Income : public ::testing::Test {
  protected:
