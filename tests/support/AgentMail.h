@@ -21,9 +21,7 @@ inline void setUpMailService(const PrivateSession& session, const WebServer& ser
 struct AgentMail : AgentTest {
   AgentMail() {
     remind("A", "Rent", 3, 1);
-    std::filesystem::create_directories(session.config() + "/Tallyvane");
-    session.putPlist(session.config() + "/Tallyvane/com.Quillmoor.Tallyvane.plist",
-                     Dictionary{{"QMEmailsEnabled", true}, {"LEMAddress", "ada@example.org"}});
+    settings({{"QMEmailsEnabled", true}, {"LEMAddress", "ada@example.org"}});
     setUpService(server.https);
   }
   void setUpService(int port) { setUpMailService(session, server, port); }

@@ -12,11 +12,6 @@ namespace tallyvane::testing {
 class AgentRemindersTest : public AgentTest {
  protected:
   AgentRemindersTest() { settings({{"QMEnableNotificationCenter", true}}); }
-
-  void settings(const Dictionary& values) {
-    std::filesystem::create_directories(session.config() + "/Tallyvane");
-    session.putPlist(session.config() + "/Tallyvane/com.Quillmoor.Tallyvane.plist", values);
-  }
   void schedule(const std::string& bid, Date at) {
     ASSERT_TRUE(center.schedule({"", "Pay " + bid, "soon", "View", true, Dictionary{{"Bid", bid}}, "default", at}));
   }

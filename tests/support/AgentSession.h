@@ -35,6 +35,10 @@ class AgentTest : public ::testing::Test {
   void list(const std::vector<std::string>& bids) {
     session.putPlist(session.dataFolder() + "/billindex.plist", Dictionary{{"ActiveBills", arrayOf(bids)}});
   }
+  void settings(const Dictionary& values) {
+    std::filesystem::create_directories(session.config() + "/Tallyvane");
+    session.putPlist(session.config() + "/Tallyvane/com.Quillmoor.Tallyvane.plist", values);
+  }
   /// The bill is due in so many days and asks to be reminded so many days before.
   void remind(const std::string& bid, const std::string& name, int due, int before) {
     Dictionary reminding = bill(bid, name, due);

@@ -32,8 +32,7 @@ TEST_F(AgentTest, FollowsChangesOfBillsSettingsAndTheFolderItself) {
   session.putPlist(session.dataFolder() + "/A.plist", bill("A", "Flat", -5));
   EXPECT_TRUE(menuBecomes({"Flat", "Water"}));
 
-  const std::string settings = session.config() + "/Tallyvane/com.Quillmoor.Tallyvane.plist";
-  session.putPlist(settings, Dictionary{{"QMDueSoonDays", 90}});
+  settings({{"QMDueSoonDays", 90}});
   EXPECT_TRUE(menuBecomes({"Flat", "Water", "Tax"}));
 
   std::filesystem::rename(session.dataFolder(), session.dataFolder() + ".old");
@@ -44,8 +43,7 @@ TEST_F(AgentTest, FollowsChangesOfBillsSettingsAndTheFolderItself) {
   session.putPlist(session.dataFolder() + "/B.plist", bill("B", "Well", -2));
   EXPECT_TRUE(menuBecomes({"Flat", "Well", "Tax"}));
 
-  session.putPlist(settings, Dictionary{{"QMCustomLocationEnabled", true},
-                                        {"QMCusomLocationTempPath", session.folder.path + "/elsewhere/bills"}});
+  settings({{"QMCustomLocationEnabled", true}, {"QMCusomLocationTempPath", session.folder.path + "/elsewhere/bills"}});
   EXPECT_TRUE(menuBecomes({}));
   std::filesystem::create_directories(session.folder.path + "/elsewhere");
   std::filesystem::rename(session.dataFolder(), session.folder.path + "/elsewhere/bills");

@@ -8,9 +8,7 @@ namespace tallyvane::testing {
 namespace {
 
 TEST_F(AgentTest, TheDoctorSeesWhatOfTheSessionIsThereWithoutStartingAnything) {
-  std::filesystem::create_directories(session.config() + "/Tallyvane");
-  session.putPlist(session.config() + "/Tallyvane/com.Quillmoor.Tallyvane.plist",
-                   Dictionary{{"QMEnableNotificationCenter", true}});
+  settings({{"QMEnableNotificationCenter", true}});
   const auto examine = [&] {
     const auto doctor = session.start({programs + "tallyvane", "doctor"});
     const auto over = [&] { return doctor->ended(std::chrono::milliseconds{0}).has_value(); };
