@@ -13,21 +13,13 @@ namespace {
 
 TEST_F(SessionWorkspaceTest, AnApplicationThatRunsAndTakesTheUrlOpensItOverTheBus) {
   install("com.example.Bill-View.desktop", "bill", "DBusActivatable=true\n");
-  std::vector<std::string> opened;
-  const auto application = session.connect();
-  const auto object = sdbus::createObject(*application, "/com/example/Bill_View");
-  object->registerMethod("Open")
-      .onInterface("org.freedesktop.Application")
-      .implementedAs(
-          [&](const std::vector<std::string>& urls, const std::map<std::string, sdbus::Variant>&) { opened = urls; });
-  object->finishRegistration();
-  application->requestName("com.example.Bill-View");
+  const BillView application(session);
   // Applications are the names that somebody owns, not the connections.
   EXPECT_THAT(workspace.runningApplications(), AllOf(Contains("com.example.Bill-View"), Each(Not(StartsWith(":")))));
-  application->enterEventLoopAsync();
+  application.connection->enterEventLoopAsync();
   EXPECT_EQ(workspace.openUrl("BILL://rent?x=1").error(), "");
-  application->leaveEventLoop();
-  EXPECT_THAT(opened, ElementsAre("BILL://rent?x=1"));
+  application.connection->leaveEventLoop();
+  EXPECT_THAT(application.opened, ElementsAre("BILL://rent?x=1"));
 }
 
 TEST_F(SessionWorkspaceTest, AnApplicationThatNeverRepliesIsAnErrorAfterTheLimit) {
@@ -45,20 +37,14 @@ TEST_F(SessionWorkspaceTest, NobodyWaitsForAnApplicationThatIsAskedToOpenLater) 
   install("com.example.Bill-View.desktop", "view", "DBusActivatable=true\n");
   const auto dead = session.connect();
   dead->requestName("com.example.Dead");
-  const auto alive = session.connect();
-  alive->requestName("com.example.Bill-View");
-  const auto application = sdbus::createObject(*alive, "/com/example/Bill_View");
-  application->registerMethod("Open")
-      .onInterface("org.freedesktop.Application")
-      .implementedAs([](const std::vector<std::string>&, const std::map<std::string, sdbus::Variant>&) {});
-  application->finishRegistration();
+  const BillView alive(session);
   std::vector<std::string> told;
   const auto tell = [&](const std::string& url) {
     return [&, url](const Result<>& opened) { told.push_back(url + " " + opened.error()); };
   };
   for (const char* url : {"bill:x", "view:y", "none:z"}) workspace.startOpeningUrl(url, tell(url));
   EXPECT_THAT(told, ElementsAre("none:z no installed application opens none URLs"));
-  ASSERT_TRUE(waitUntil({*bus.connection(), alive.get()}, [&] { return told.size() == 3; }));
+  ASSERT_TRUE(waitUntil({*bus.connection(), alive.connection.get()}, [&] { return told.size() == 3; }));
   EXPECT_EQ(told[1], "view:y ");
   EXPECT_EQ(told[2], "bill:x com.example.Dead did not answer within 2 s");
 }

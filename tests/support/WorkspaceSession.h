@@ -13,6 +13,23 @@
 
 namespace tallyvane::testing {
 
+/// An application that runs, and notes the addresses that it is asked to open.
+struct BillView {
+  explicit BillView(const PrivateSession& session) : connection(session.connect()) {
+    object = sdbus::createObject(*connection, "/com/example/Bill_View");
+    object->registerMethod("Open")
+        .onInterface("org.freedesktop.Application")
+        .implementedAs([this](const std::vector<std::string>& urls, const std::map<std::string, sdbus::Variant>&) {
+          opened = urls;
+        });
+    object->finishRegistration();
+    connection->requestName("com.example.Bill-View");
+  }
+  std::vector<std::string> opened;
+  std::unique_ptr<sdbus::IConnection> connection;
+  std::unique_ptr<sdbus::IObject> object;
+};
+
 class SessionWorkspaceTest : public ::testing::Test {
  protected:
   void install(const std::string& id, const std::string& scheme, const std::string& rest) {
