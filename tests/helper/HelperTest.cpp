@@ -9,22 +9,19 @@ namespace tallyvane::testing {
 namespace {
 
 TEST(Launcher, OpensTheLaunchUrlUnlessTheMainApplicationRunsAndEndsInEveryCase) {
-  struct Case {
-    std::vector<std::string> running;
-    bool opens;
-  };
-  const Case cases[] = {{{}, true},
-                        {{"com.quillmoor.tallyvane", "com.Quillmoor.Tallyvane.Helper"}, true},
-                        {{"org.other", "com.Quillmoor.Tallyvane", "org.last"}, false}};
+  const std::pair<std::vector<std::string>, bool> cases[] = {
+      {{}, true},
+      {{"com.quillmoor.tallyvane", "com.Quillmoor.Tallyvane.Helper"}, true},
+      {{"org.other", "com.Quillmoor.Tallyvane", "org.last"}, false}};
   for (const bool failing : {false, true}) {
-    for (const Case& c : cases) {
+    for (const auto& [running, opens] : cases) {
       FakeWorkspace workspace;
-      workspace.running = c.running;
+      workspace.running = running;
       workspace.failing = failing;
       QMAppDelegate delegate{workspace, workspace};
       delegate.applicationDidFinishLaunching();
       std::vector<std::string> expected;
-      if (c.opens) expected.emplace_back("open com-quillmoor-tallyvanelaunch:///");
+      if (opens) expected.emplace_back("open com-quillmoor-tallyvanelaunch:///");
       expected.emplace_back("terminate");
       EXPECT_EQ(workspace.calls, expected);
       EXPECT_EQ(delegate.theMenulet, nullptr);
@@ -98,12 +95,10 @@ TEST_F(Menulet, ABillsEntryHasTwoStyledLinesItsPictureAndItsIdentifier) {
     Dictionary made = row(c.name, 1);
     made.set("HumanDueDate", c.human);
     menulet.updateMenuWithDataSource({made});
-    const MenuEntry& entry = desktop.statusBar.shown.menu.entries.at(2);
-    EXPECT_EQ(entry.styledTitle, (StyledText{c.name + "\n" + c.human, c.styles}));
-    EXPECT_EQ(entry.action, "menuItemSelected:");
-    EXPECT_EQ(entry.imageName, "32x32-House");
-    EXPECT_EQ(entry.representedObject, "bid of " + c.name);
-    EXPECT_THAT(entry.keyEquivalent, IsEmpty());
+    const StyledText styled{c.name + "\n" + c.human, c.styles};
+    const MenuEntry entry{MenuEntry::Kind::bill, c.name, styled, "32x32-House", "menuItemSelected:", "",
+                          "bid of " + c.name};
+    EXPECT_EQ(desktop.statusBar.shown.menu.entries.at(2), entry) << c.name;
   }
 }
 
