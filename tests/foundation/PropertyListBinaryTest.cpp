@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <plist/plist.h>
 
 #include <string>
 #include <vector>
@@ -22,16 +21,8 @@ TEST(BinaryPropertyList, isReadAsTheSameValuesAsItsXmlForm) {
                         {"Blob", Data{blob}},
                         {"Tags", Array{"a", "a", Array{}}}};
   const std::string xml = writePropertyList(bill);
-  plist_t root = nullptr;
-  plist_from_xml(xml.data(), static_cast<std::uint32_t>(xml.size()), &root);
-  char* binary = nullptr;
-  std::uint32_t length = 0;
-  plist_to_bin(root, &binary, &length);
-  ASSERT_NE(binary, nullptr);
-  const std::string list(binary, length);
-  plist_to_bin_free(binary);
-  plist_free(root);
-
+  const std::string list = binaryOf(xml);
+  ASSERT_NE(list, "");
   const Result<Value> read = readPropertyList(list);
   ASSERT_TRUE(read) << read.error();
   EXPECT_EQ(writePropertyList(*read), xml);

@@ -1,11 +1,26 @@
 // Binary property lists byte by byte, also such as no writer makes.
 #pragma once
 
+#include <plist/plist.h>
+
 #include <initializer_list>
 #include <string>
 #include <vector>
 
 namespace tallyvane::testing {
+
+/// The binary form of a list, by another writer; empty when that cannot read it.
+inline std::string binaryOf(const std::string& xml) {
+  plist_t root = nullptr;
+  plist_from_xml(xml.data(), static_cast<std::uint32_t>(xml.size()), &root);
+  char* binary = nullptr;
+  std::uint32_t length = 0;
+  plist_to_bin(root, &binary, &length);
+  const std::string list = binary == nullptr ? std::string() : std::string(binary, length);
+  plist_to_bin_free(binary);
+  plist_free(root);
+  return list;
+}
 
 inline std::string bytes(std::initializer_list<int> values) {
   std::string result;
