@@ -8,15 +8,12 @@
 namespace tallyvane::testing {
 namespace {
 
-struct Told {
-  Region region;
-  std::size_t diagnostics;
-};
-
-Told told(const TextTable& environment, const TextTable& links = {}, const TextTable& files = {}) {
+/// The region, and how many diagnostics it took.
+std::pair<Region, std::size_t> told(const TextTable& environment, const TextTable& links = {},
+                                    const TextTable& files = {}) {
   RecordingLog log;
-  const Region region = regionTold({lookupIn(environment), lookupIn(links), lookupIn(files)}, log);
-  return {region, log.diagnostics.size()};
+  Region region = regionTold({lookupIn(environment), lookupIn(links), lookupIn(files)}, log);
+  return {std::move(region), log.diagnostics.size()};
 }
 
 TEST(SystemRegion, TakesOneLocaleForEverythingFromTheEnvironment) {
@@ -40,10 +37,10 @@ TEST(SystemRegion, TakesOneLocaleForEverythingFromTheEnvironment) {
       {{{"LANG", "en_US.UTF-8"}, {"LC_MONETARY", "C"}, {"LC_TIME", "en_DK.UTF-8"}}, "en_US"},
   };
   for (const auto& row : rows) {
-    const Told result = told(row.environment);
-    EXPECT_EQ(result.region.locale, row.locale) << ::testing::PrintToString(row.environment);
-    EXPECT_EQ(result.diagnostics, row.diagnostics) << ::testing::PrintToString(row.environment);
-    EXPECT_FALSE(result.region.words);
+    const auto [region, diagnostics] = told(row.environment);
+    EXPECT_EQ(region.locale, row.locale) << ::testing::PrintToString(row.environment);
+    EXPECT_EQ(diagnostics, row.diagnostics) << ::testing::PrintToString(row.environment);
+    EXPECT_FALSE(region.words);
   }
 }
 
@@ -70,9 +67,9 @@ TEST(SystemRegion, TakesTheZoneFromTheVariableElseFromTheMachine) {
       {{{"TZ", "ABC99"}}, toBerlin, {}, "UTC", 1},
   };
   for (const auto& row : rows) {
-    const Told result = told(row.environment, row.links, row.files);
-    EXPECT_EQ(result.region.timeZone, row.zone) << ::testing::PrintToString(row.environment);
-    EXPECT_EQ(result.diagnostics, row.diagnostics) << ::testing::PrintToString(row.environment);
+    const auto [region, diagnostics] = told(row.environment, row.links, row.files);
+    EXPECT_EQ(region.timeZone, row.zone) << ::testing::PrintToString(row.environment);
+    EXPECT_EQ(diagnostics, row.diagnostics) << ::testing::PrintToString(row.environment);
   }
 }
 
