@@ -128,27 +128,22 @@ TEST_F(Income, DatesAreOfThisMonthAndTheNextSourceBySource) {
 TEST_F(Income, IsShownByDayInEnglishAndByDateInTheUsersWords) {
   desktop.region.locale = "de_DE";
   const Date date = noon(2027, 5, 7);
-  const struct {
-    Dictionary source;
-    const char* text;
-  } rows[] = {{incomeByDay(1, 0), "Mar 1"},        {incomeByDay(0, 28), "Mar 31"},    {incomeByDay(0, 11), "Mar 12"},
-              {incomeByDates(2, {date}), "Mai 7"}, {incomeByDates(3, {}), "März 10"}, {incomeByDay(4, 1), ""}};
-  for (const auto& row : rows) EXPECT_EQ(manager.displayDateWithIncome(row.source), row.text);
+  const std::pair<Dictionary, const char*> rows[] = {
+      {incomeByDay(1, 0), "Mar 1"},        {incomeByDay(0, 28), "Mar 31"},    {incomeByDay(0, 11), "Mar 12"},
+      {incomeByDates(2, {date}), "Mai 7"}, {incomeByDates(3, {}), "März 10"}, {incomeByDay(4, 1), ""}};
+  for (const auto& [source, text] : rows) EXPECT_EQ(manager.displayDateWithIncome(source), text);
   EXPECT_EQ(manager.displayDateFromIndex(std::numeric_limits<std::int64_t>::max()), "Mar -9223372036854775808");
 }
 
 TEST_F(Income, PayDatesRunThreeYearsFromADayOfThisMonth) {
-  const struct {
-    std::int64_t interval;
-    std::size_t count;
-  } rows[] = {{3, 157}, {2, 79}, {1, 1}, {0, 1}, {-1, 1}};
-  for (const auto& row : rows) {
-    const Array dates = manager.createArrayOfIncomeDatesForIntervalFromDate(row.interval, 11);
-    EXPECT_EQ(dates.size(), row.count) << row.interval;
+  const std::pair<std::int64_t, std::size_t> rows[] = {{3, 157}, {2, 79}, {1, 1}, {0, 1}, {-1, 1}};
+  for (const auto& [interval, count] : rows) {
+    const Array dates = manager.createArrayOfIncomeDatesForIntervalFromDate(interval, 11);
+    EXPECT_EQ(dates.size(), count) << interval;
     EXPECT_EQ(dates[0], Value(midnight(3, 12)));
-    if (row.count == 1) continue;
-    EXPECT_EQ(dates[1], Value(midnight(3, row.interval == 3 ? 19 : 26) - std::chrono::hours{1}));  // summer time
-    EXPECT_EQ(*dates.back().get<Date>() - *dates[0].get<Date>(), std::chrono::days{1092});         // winter again
+    if (count == 1) continue;
+    EXPECT_EQ(dates[1], Value(midnight(3, interval == 3 ? 19 : 26) - std::chrono::hours{1}));  // summer time
+    EXPECT_EQ(*dates.back().get<Date>() - *dates[0].get<Date>(), std::chrono::days{1092});     // winter again
   }
   desktop.clock.moment = noon(2027, 2, 10);
   EXPECT_EQ(manager.dateFromDateIndex(28), midnight(3, 1));  // no 29th

@@ -14,10 +14,7 @@ namespace {
 
 TEST(Dictionary, aChangeLeavesThoseAloneThatShareItsKeys) {
   const Dictionary original{{"a", 1}, {"b", 2}, {"c", 3}};
-  const struct {
-    std::function<void(Dictionary&)> change;
-    Entries result;
-  } rows[] = {
+  const std::pair<std::function<void(Dictionary&)>, Entries> rows[] = {
       {[](Dictionary& d) { d.set("d", 4); }, {{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}}},
       {[](Dictionary& d) { d.set("b", 5); }, {{"a", 1}, {"b", 5}, {"c", 3}}},
       {[](Dictionary& d) { d.erase("a"); }, {{"b", 2}, {"c", 3}}},
@@ -38,11 +35,11 @@ TEST(Dictionary, aChangeLeavesThoseAloneThatShareItsKeys) {
        },
        {{"f", 8}}},
   };
-  for (const auto& row : rows) {
+  for (const auto& [change, result] : rows) {
     Dictionary changed = original;
     const Dictionary other = changed;
-    row.change(changed);
-    EXPECT_EQ(entriesOf(changed), row.result);
+    change(changed);
+    EXPECT_EQ(entriesOf(changed), result);
     EXPECT_EQ(entriesOf(other), entriesOf(original));
     EXPECT_EQ(changed.keys().size(), changed.values().size());
   }

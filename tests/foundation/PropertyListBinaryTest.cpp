@@ -49,10 +49,7 @@ TEST(BinaryPropertyList, keepsWhatAControlCharacterStoodBetween) {
 TEST(BinaryPropertyList, isNoValueWhenItIsDamagedAndTheErrorSaysWhy) {
   const std::string yes = bytes({0x09});
   const std::string kilobyte = bytes({0x5F, 0x11, 0x04, 0x00}) + std::string(1024, 'x');
-  const struct {
-    std::string reason;
-    std::vector<std::string> objects;
-  } rows[] = {
+  const std::pair<std::string, std::vector<std::string>> rows[] = {
       {"nested too deeply", chain(65, 1, yes)},
       {"nested too deeply", tower(120)},
       {"too large", chain(30, 2, yes)},
@@ -69,7 +66,8 @@ TEST(BinaryPropertyList, isNoValueWhenItIsDamagedAndTheErrorSaysWhy) {
       {"cannot have", {bytes({0x61, 0xD8, 0x00})}},
       {"cannot have", {bytes({0x51, 0})}},
   };
-  for (const auto& row : rows) EXPECT_THAT(readPropertyList(binaryList(row.objects)).error(), HasSubstr(row.reason));
+  for (const auto& [reason, objects] : rows)
+    EXPECT_THAT(readPropertyList(binaryList(objects)).error(), HasSubstr(reason));
 }
 
 }  // namespace

@@ -69,10 +69,7 @@ TEST(Texts, WriteNumbersInTheLocalesStyle) {
 }
 
 TEST(Texts, ReadAnAmountAsItsLocaleTypesIt) {
-  const struct {
-    const char* locale;
-    std::vector<std::pair<const char*, double>> typed;
-  } rows[] = {
+  const std::pair<const char*, std::vector<std::pair<const char*, double>>> rows[] = {
       {"en_US", {{" $1,250.50 ", 1250.5}, {"$ 12", 12}, {"-$12.5", -12.5}, {"$-12.5", -12.5}, {"+5", 5}}},
       {"en_US", {{"12 usd", 12}, {"USD12", 12}, {"1.250", 1.25}, {".5", 0.5}, {"\u22125", -5}}},
       {"de_DE", {{"-1.250,50\u00A0€", -1250.5}, {"1250.50", 1250.5}, {"1.250", 1250}, {"0.5", 0.5}}},

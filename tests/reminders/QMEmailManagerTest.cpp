@@ -46,22 +46,19 @@ TEST_F(Mail, NamesOfAnyKindComeBackFromTheQueueAsTheyAre) {
 
 TEST_F(Mail, MinutesAheadAreWholeAndAtLeastOne) {
   const QMEmailManager manager{desktop.platform};
-  const struct {
-    std::chrono::microseconds ahead;
-    std::int32_t offset;
-  } cases[] = {{seconds{-100}, 1},
-               {seconds{0}, 1},
-               {std::chrono::microseconds{999'999}, 1},
-               {seconds{1}, 1},
-               {seconds{119}, 1},
-               {seconds{120}, 2},
-               {seconds{179}, 2},
-               {minutes{14'400}, 14'400},
-               {minutes{1LL << 32}, 1},
-               {minutes{(1LL << 31) + 5}, 1},
-               {minutes{(1LL << 32) + 5}, 5}};
-  for (const auto& c : cases)
-    EXPECT_EQ(manager.getTimeOffset(desktop.clock.moment + c.ahead), c.offset) << c.ahead.count();
+  const std::pair<std::chrono::microseconds, std::int32_t> cases[] = {{seconds{-100}, 1},
+                                                                      {seconds{0}, 1},
+                                                                      {std::chrono::microseconds{999'999}, 1},
+                                                                      {seconds{1}, 1},
+                                                                      {seconds{119}, 1},
+                                                                      {seconds{120}, 2},
+                                                                      {seconds{179}, 2},
+                                                                      {minutes{14'400}, 14'400},
+                                                                      {minutes{1LL << 32}, 1},
+                                                                      {minutes{(1LL << 31) + 5}, 1},
+                                                                      {minutes{(1LL << 32) + 5}, 5}};
+  for (const auto& [ahead, offset] : cases)
+    EXPECT_EQ(manager.getTimeOffset(desktop.clock.moment + ahead), offset) << ahead.count();
   EXPECT_EQ(manager.getTimeOffset(std::nullopt), 1);
 }
 

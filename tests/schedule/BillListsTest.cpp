@@ -63,11 +63,7 @@ TEST_F(BillLists, AutomaticBillsAreHiddenOnRequest) {
 }
 
 TEST_F(BillLists, OneBadFileLeavesTheOthersAndItselfAsTheyAre) {
-  struct Case {
-    const char* content;
-    bool listed;
-  };
-  const Case cases[] = {
+  const std::pair<const char*, bool> cases[] = {
       {"", false},
       {"<plist version=\"1.0\"><dict><key>Name", false},
       {"<plist version=\"1.0\"><array/></plist>", false},
@@ -75,15 +71,15 @@ TEST_F(BillLists, OneBadFileLeavesTheOthersAndItselfAsTheyAre) {
       {"<plist version=\"1.0\"><dict><key>Name</key><integer>7</integer><key>Repeat</key><string>x</string>"
        "<key>Tags</key><true/><key>DueDate</key><string>soon</string><key>PayType</key><dict/></dict></plist>",
        true}};
-  for (const Case& c : cases) {
+  for (const auto& [content, listed] : cases) {
     FakeDesktop other;
     putActiveBills(other, {bill("A", "First", daysFromToday(1)), bill("B", "Second", daysFromToday(2))});
-    other.files.content[inDataFolder("A.plist")] = c.content;
+    other.files.content[inDataFolder("A.plist")] = content;
     const auto rows = QMBillsLoader{other.platform}.loadBills();
-    EXPECT_EQ(rows.size(), c.listed ? 2U : 1U) << c.content;
+    EXPECT_EQ(rows.size(), listed ? 2U : 1U) << content;
     EXPECT_EQ(column(rows).back(), "Second");
-    EXPECT_EQ(other.files.content[inDataFolder("A.plist")], c.content);
-    if (!c.listed) {
+    EXPECT_EQ(other.files.content[inDataFolder("A.plist")], content);
+    if (!listed) {
       EXPECT_THAT(other.log.diagnostics, Contains(HasSubstr("A.plist")));
     }
   }
@@ -134,7 +130,7 @@ TEST_F(BillLists, SectionsAreCountedByDayAndTitledInOrder) {
                                  {"Section2", c.title2},
                                  {"Section3", "Due Later"}};
     EXPECT_EQ(loader.dataSourceDetailsForDataSource(rows), expected);
-    EXPECT_EQ(desktop.log.lines.back(), "Bills: " + std::to_string(rows.size()));
+    EXPECT_THAT(std::exchange(desktop.log.lines, {}), ElementsAre("Bills: " + std::to_string(rows.size())));
     EXPECT_EQ(loader.sectionCountForData(rows), 3);
   }
 }
@@ -160,16 +156,12 @@ TEST_F(BillLists, GoOnWhenTheGroupsSettingsCannotBeWritten) {
 }
 
 TEST_F(BillLists, AnAmountBelowOneCountsAsNone) {
-  struct Case {
-    Dictionary bill;
-    Value estimate;
-  };
-  const Case cases[] = {{{{"Amount", 0.75}, {"Average", 42}}, 42},
-                        {{{"Amount", 1.25}, {"Average", 42}}, 1.25},
-                        {{{"Amount", -3.5}, {"Average", 42}}, -3.5},
-                        {{{"Average", 0.0}}, 0.0},
-                        {{}, 0}};
-  for (const Case& c : cases) EXPECT_EQ(loader.getEstimatedAmountDueForBill(c.bill), c.estimate);
+  const std::pair<Dictionary, Value> cases[] = {{{{"Amount", 0.75}, {"Average", 42}}, 42},
+                                                {{{"Amount", 1.25}, {"Average", 42}}, 1.25},
+                                                {{{"Amount", -3.5}, {"Average", 42}}, -3.5},
+                                                {{{"Average", 0.0}}, 0.0},
+                                                {{}, 0}};
+  for (const auto& [asked, estimate] : cases) EXPECT_EQ(loader.getEstimatedAmountDueForBill(asked), estimate);
 }
 
 TEST_F(BillLists, LookUpRangesAndIcons) {
