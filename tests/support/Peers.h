@@ -1,6 +1,8 @@
 // Programs of others, with which people see their calendars and notifications, in the session of a test.
 #pragma once
 
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -53,6 +55,14 @@ class PeersTest : public AgentRemindersTest {
 class CalendarPeers : public PeersTest {
  protected:
   CalendarPeers() { settings({{"QMReminderEvents", true}}); }
+
+  /// A day of the session's zone, with its year, month and day in this form.
+  static std::string dayText(int days, const char* form) {
+    const std::chrono::year_month_day day{std::chrono::floor<std::chrono::days>(inDays(days) - std::chrono::hours{5})};
+    return fmt::format(fmt::runtime(form), static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
+                       static_cast<unsigned>(day.day()));
+  }
+  static constexpr const char* plainDay = "{:04}{:02}{:02}";
 
   void startServer() {
     put(file("radicale.conf"),

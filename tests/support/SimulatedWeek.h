@@ -37,6 +37,11 @@ class SimulatedWeek : public ::testing::Test {
     }
     session.putPlist(session.dataFolder() + "/billindex.plist", Dictionary{{"ActiveBills", bids}});
   }
+  /// A moment of March 2024.
+  static Date utc(unsigned day, int hour, int minute = 0) {
+    return std::chrono::sys_days{std::chrono::year{2024} / 3 / std::chrono::day{day}} + std::chrono::hours{hour} +
+           std::chrono::minutes{minute};
+  }
   static Dictionary reminding(const std::string& bid, const std::string& name, Date due, int before) {
     Dictionary made = bill(bid, name, 0);
     made.set("DueDate", due);

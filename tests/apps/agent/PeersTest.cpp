@@ -2,19 +2,10 @@
 
 #include <gmock/gmock.h>
 
-#include <fmt/format.h>
-
 #include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-std::string dayText(int days, const char* form) {
-  const std::chrono::year_month_day day{std::chrono::floor<std::chrono::days>(inDays(days) - std::chrono::hours{5})};
-  return fmt::format(fmt::runtime(form), static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
-                     static_cast<unsigned>(day.day()));
-}
-constexpr const char* plainDay = "{:04}{:02}{:02}";
 
 TEST_F(CalendarPeers, KhalListsTheEventsOfTheFolder) {
   if (const auto why = absent({"khal"}); !why.empty()) GTEST_SKIP() << why;

@@ -5,11 +5,6 @@
 namespace tallyvane::testing {
 namespace {
 
-Date utc(unsigned day, int hour, int minute = 0) {
-  return std::chrono::sys_days{std::chrono::year{2024} / 3 / std::chrono::day{day}} + std::chrono::hours{hour} +
-         std::chrono::minutes{minute};
-}
-
 /// From Wednesday 6 to Wednesday 13 March 2024: switched off from Wednesday evening to Saturday; New York's clocks go
 /// forward on Sunday; from Monday on in Los Angeles.
 TEST_F(SimulatedWeek, EachReminderArrivesOnceInItsTimeOrAsSoonAsTheComputerIsOn) {
