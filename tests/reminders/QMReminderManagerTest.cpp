@@ -64,12 +64,8 @@ TEST_F(Reminders, ThePassKeepsOneEventPerBillButSchedulesASecondNotification) {
 TEST_F(Reminders, RemoveEventsByExactTitleWithinThirteenMonths) {
   desktop.calendars.calendarList = {{"c1", "Bills", {}}, {"c2", "Home", {}}};
   const auto add = [&](const std::string& calendar, const std::string& title, Date day) {
-    CalendarEvent event;
-    event.identifier = calendar + title + std::to_string(day.time_since_epoch().count());
-    event.calendar = calendar;
-    event.title = title;
-    event.start = event.end = day;
-    desktop.calendars.eventList.push_back(event);
+    const std::string identifier = std::to_string(desktop.calendars.eventList.size());
+    desktop.calendars.eventList.push_back({identifier, calendar, title, day, day, false, {}});
   };
   add("c1", "Pay Rent", noon(2028, 4, 9));
   add("c1", "Pay Rent", noon(2028, 4, 11));
