@@ -60,9 +60,7 @@ TEST_F(Import, ABillForOnceThatWasPaidIsNeverDueAgain) {
   EXPECT_EQ(*imported().find("DueDate"), Value(distantFuture));
   FakeDesktop other;
   other.files.putPlist(oldFolder + "/Data/Open.plist", without(once, "Pay_Amounts"));
-  EXPECT_TRUE(QMImportManager{other.platform}.importDataFromPreviousVersionAtPath(oldFolder));
-  const auto bid = stringsOf(indexOf(other).get<Array>("ActiveBills")).at(0);
-  EXPECT_EQ(*fileOf(other, bid + ".plist").find("DueDate"), Value(noon(2015, 6, 1)));
+  EXPECT_EQ(*importedOn(other).find("DueDate"), Value(noon(2015, 6, 1)));
 }
 
 TEST_F(Import, PaymentsWithoutAReadableDateOrReceiptKeepTheirAmounts) {
@@ -88,8 +86,7 @@ TEST_F(Import, AmountsGivenAsTextBecomeNumbers) {
     FakeDesktop other;
     const Dictionary old = with(with(oldBill(), "Amount_Due", row.text), "Pay_Amounts", Array{row.text});
     other.files.putPlist(oldFolder + "/Data/Rent.plist", old);
-    EXPECT_TRUE(QMImportManager{other.platform}.importDataFromPreviousVersionAtPath(oldFolder));
-    const Dictionary bill = fileOf(other, stringsOf(indexOf(other).get<Array>("ActiveBills")).at(0) + ".plist");
+    const Dictionary bill = importedOn(other);
     EXPECT_EQ(doubleValue(bill, "Amount"), row.due) << row.text;
     EXPECT_EQ(doubleValue(payment(bill, 0), "Amount"), row.paid) << row.text;
   }

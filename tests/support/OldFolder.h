@@ -40,11 +40,12 @@ struct Import : ::testing::Test {
     desktop.files.putPlist(oldFolder + "/Data/" + name, record);
   }
   /// The one bill of a list of the index.
-  Dictionary imported(std::string_view list = "ActiveBills") {
-    EXPECT_TRUE(importer.importDataFromPreviousVersionAtPath(oldFolder));
-    const std::vector<std::string> bids = stringsOf(indexOf(desktop).get<Array>(list));
+  Dictionary imported(std::string_view list = "ActiveBills") { return importedOn(desktop, list); }
+  static Dictionary importedOn(FakeDesktop& computer, std::string_view list = "ActiveBills") {
+    EXPECT_TRUE(QMImportManager{computer.platform}.importDataFromPreviousVersionAtPath(oldFolder));
+    const std::vector<std::string> bids = stringsOf(indexOf(computer).get<Array>(list));
     EXPECT_EQ(bids.size(), 1U);
-    return bids.empty() ? Dictionary() : fileOf(desktop, bids[0] + ".plist");
+    return bids.empty() ? Dictionary() : fileOf(computer, bids[0] + ".plist");
   }
   static const Dictionary& payment(const Dictionary& bill, std::size_t index) {
     return *bill.get<Array>("PaymentList")->at(index).get<Dictionary>();
