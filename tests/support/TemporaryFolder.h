@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <string>
 #include <system_error>
 
@@ -36,6 +37,13 @@ inline void put(const std::string& path, const std::string& bytes) { std::ofstre
 inline std::string contentOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
+}
+/// Of each file, by its name.
+inline std::map<std::string, std::string> contentOfFolder(const std::string& folder) {
+  std::map<std::string, std::string> content;
+  for (const auto& entry : std::filesystem::directory_iterator(folder))
+    content[entry.path().filename()] = contentOf(entry.path());
+  return content;
 }
 
 }  // namespace tallyvane::testing

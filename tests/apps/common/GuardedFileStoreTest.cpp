@@ -92,20 +92,14 @@ TEST_F(GuardedFileStoreTest, AnOperationIsDoneWholeOrNotAtAllWhicheverSaveFails)
 }
 
 TEST_F(GuardedFileStoreTest, FinishTellsTheFirstFailureAndWhatCouldNotBePutBack) {
-  struct FullAfterOneSave : FailingFileStore {
-    explicit FullAfterOneSave(FileStore& inner) : FailingFileStore(inner, 0) {}
-    Result<> save(const std::string& path, std::string_view bytes, Durability durability) override {
-      if (calls() > 0) return Error{path + ": full"};
-      return FailingFileStore::save(path, bytes, durability);
-    }
-  };
-  FullAfterOneSave full(files);
+  FailingFileStore full(files, 2, Failing::fromThereOn);
   GuardedFileStore guarded(full, log);
   guarded.begin();
   ASSERT_TRUE(guarded.save("/data/note", "new"));
   EXPECT_FALSE(guarded.save("/data/first", "x"));
   EXPECT_THAT(guarded.save("/data/second", "x").error(), HasSubstr("an earlier save failed"));
-  EXPECT_EQ(guarded.finish().error(), "/data/first: full; could not be put back: /data/note: full");
+  EXPECT_EQ(guarded.finish().error(),
+            "/data/first: No space left on device; could not be put back: /data/note: No space left on device");
   guarded.begin();
   EXPECT_TRUE(guarded.finish());
 }

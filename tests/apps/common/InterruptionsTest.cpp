@@ -10,20 +10,8 @@
 namespace tallyvane::testing {
 namespace {
 
-using nlohmann::json;
 using ::testing::HasSubstr;
 using ::testing::Not;
-
-void writeFile(const std::string& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
-
-std::map<std::string, std::string> contentOfFolder(const std::string& folder) {
-  std::map<std::string, std::string> content;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    std::ifstream file(entry.path(), std::ios::binary);
-    content[entry.path().filename()] = {std::istreambuf_iterator<char>(file), {}};
-  }
-  return content;
-}
 
 TEST(Interruptions, ASignalEndsTheProgramOnlyBehindTheWholeOperation) {
   constexpr std::size_t bills = 150;
@@ -32,15 +20,15 @@ TEST(Interruptions, ASignalEndsTheProgramOnlyBehindTheWholeOperation) {
     const std::string old = home.folder.path + "/Tallyvane";
     std::filesystem::create_directories(old + "/Data");
     for (std::size_t i = 0; i < bills; ++i)
-      writeFile(old + "/Data/Bill " + std::to_string(i) + ".plist",
-                writePropertyList(Dictionary{{"Next_Due", Date()}, {"Repeat_a", 2}, {"Is_Active", true}}));
+      put(old + "/Data/Bill " + std::to_string(i) + ".plist",
+          writePropertyList(Dictionary{{"Next_Due", Date()}, {"Repeat_a", 2}, {"Is_Active", true}}));
     const auto import = home.start({"import", old});
     const auto end = std::chrono::steady_clock::now() + patience;
     while (!std::filesystem::exists(home.dataFolder + "/billindex.plist") && std::chrono::steady_clock::now() < end)
       std::this_thread::yield();
     import->signal(signal);
     EXPECT_EQ(import->ended(), 1000 + signal) << import->said();
-    EXPECT_EQ(json::parse(home.run({"location", "--json"}).text).at("bills"), bills);
+    EXPECT_EQ(nlohmann::json::parse(home.run({"location", "--json"}).text).at("bills"), bills);
     EXPECT_THAT(home.run({"check"}).text, Not(HasSubstr("in no list")));
   }
 }

@@ -1,25 +1,16 @@
 // What the programs make on disk is its owner's alone.
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include <set>
 
 #include "freedesktop/PosixFileStore.h"
 #include "support/CommandLineHome.h"
+#include "support/OpenMask.h"
 
 namespace tallyvane::testing {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The mask with which whatever a program asks for is granted.
-struct OpenMask {
-  OpenMask() : before(::umask(0)) {}
-  ~OpenMask() { ::umask(before); }
-  OpenMask(const OpenMask&) = delete;
-  OpenMask& operator=(const OpenMask&) = delete;
-  mode_t before;
-};
 
 bool isOwnersAlone(const fs::path& path) {
   const auto others = fs::perms::group_all | fs::perms::others_all;

@@ -86,16 +86,7 @@ TEST_F(DesktopPlatformTest, StartsWithFirstValuesAndWritesNothing) {
   EXPECT_TRUE(std::filesystem::is_empty(home.path));
 }
 
-TEST_F(DesktopPlatformTest, KeepsEachStoreInItsPlace) {
-  EXPECT_EQ(platform.files.applicationSupportFolder(), home.path + "/share");
-  ASSERT_TRUE(platform.defaults.set("s", 1));
-  ASSERT_TRUE(platform.groupDefaults->set("g", 1));
-  ASSERT_TRUE(platform.cloud.set("c", 1));
-  EXPECT_THAT(contentOf(home.path + "/config/Tallyvane/com.Quillmoor.Tallyvane.plist"), HasSubstr("<key>s</key>"));
-  EXPECT_THAT(contentOf(home.path + "/config/Tallyvane/group.Quillmoor.Tallyvane.plist"), HasSubstr("<key>g</key>"));
-  EXPECT_THAT(contentOf(home.path + "/state/Tallyvane/cloud.plist"), HasSubstr("<key>c</key>"));
-  ASSERT_TRUE(platform.notifications->schedule(UserNotification{}));
-  EXPECT_THAT(contentOf(home.path + "/state/Tallyvane/notifications.plist"), HasSubstr("<key>Scheduled</key>"));
+TEST_F(DesktopPlatformTest, KeepsCalendarsWithTheDataOrInTheFolderChosen) {
   for (const std::string root : {"/share/calendars", "/chosen"}) {
     if (root == "/chosen") {
       ASSERT_TRUE(platform.defaults.set("QMCalendarFolder", home.path + root + "/"));
