@@ -52,6 +52,8 @@ TEST_F(Payments, TheNextDueDateFollowsTheRepeatRule) {
   EXPECT_EQ(logger.calculateNextDueDateForBill({{"Repeat", Array{1, 2}}}), std::nullopt);
   desktop.region.locale = "fa_IR";  // 30 Esfand 1399, the last day of its year
   EXPECT_EQ(next(noon(2021, 3, 20), {1, 1}), midnight(2021, 3, 21, 4));
+  desktop.region.locale = "en_US@calendar=coptic";  // the short thirteenth month is passed over
+  EXPECT_EQ(next(noon(2027, 8, 26), {1, 1}), midnight(2027, 9, 12, 4));
 }
 
 TEST_F(Payments, RecordingBringsAllOfTheBillUpToDateInACopy) {

@@ -7,11 +7,13 @@
 #include "cli/input/IconInput.h"
 #include "cli/input/NextDueDates.h"
 #include "cli/input/RepeatInput.h"
-#include "foundation/Calendar.h"
+#include "support/Dates.h"
 #include "support/Fakes.h"
 
 namespace tallyvane::cli {
 namespace {
+
+using namespace std::chrono_literals;
 
 TEST(RepeatInput, UnderstandsRulesAsPeopleSayThem) {
   const struct {
@@ -48,7 +50,7 @@ TEST(RepeatInput, RefusesOtherRulesWithAReason) {
 }
 
 TEST(AmountInput, TakesAmountsOfTheLocaleAndSaysWhatIsWrongWithOthers) {
-  const Region german{.locale = "de_DE", .timeZone = "UTC", .words = {}};
+  const Region german = testing::regionOf("de_DE");
   EXPECT_EQ(*readAmount(german, "1.250,50 €"), 1250.5);
   EXPECT_EQ(*readAmount(german, "0"), 0.0);
   EXPECT_EQ(*readAmount(german, "999999999999,99"), 999999999999.99);
@@ -61,7 +63,7 @@ TEST(AmountInput, TakesAmountsOfTheLocaleAndSaysWhatIsWrongWithOthers) {
 
 TEST(AmountInput, KeepsInterestAsAFraction) {
   const Region english{};
-  const Region turkish{.locale = "tr_TR", .timeZone = "UTC", .words = {}};
+  const Region turkish = testing::regionOf("tr_TR");
   for (const char* text : {"4.9", "4.9%", "4.9 %"}) EXPECT_EQ(*readInterest(english, text), 0.049) << text;
   EXPECT_EQ(*readInterest(turkish, "%4,9"), 0.049);
   for (const char* text : {"", "%", "-1", "$4.9", "4.9 usd", "1000", "4.9%%"})
@@ -87,40 +89,24 @@ TEST(IconInput, FindsAnIconByNumberNameTitleOrAPartOfIt) {
     EXPECT_NE(readIcon(region, text).error().find("There is no icon"), std::string::npos) << text;
 }
 
-TEST(NextDueDates, AreEachComputedFromTheOneBefore) {
-  const auto utc = [](int y, unsigned m, unsigned d) {
-    return Date(std::chrono::sys_days{std::chrono::year{y} / std::chrono::month{m} / std::chrono::day{d}});
-  };
-  const auto afternoon = std::chrono::hours{14};
+TEST(NextDueDates, AreEachComputedFromTheOneBeforeWhileTheyMoveOn) {
+  using testing::utc;
   const struct {
-    const char* locale;
     Date due;
     Array repeat;
     std::vector<Date> dates;
   } rows[] = {
-      {"en_US",
-       utc(2027, 1, 31) + afternoon,
-       {1, 2},
-       {utc(2027, 2, 28) + afternoon, utc(2027, 3, 28) + afternoon, utc(2027, 4, 28) + afternoon}},
-      {"en_US", utc(2027, 1, 1), {2, 0}, {utc(2027, 1, 15), utc(2027, 1, 29), utc(2027, 2, 12)}},
-      {"en_US", utc(2027, 1, 1), {10, 3}, {utc(2027, 1, 11), utc(2027, 1, 21), utc(2027, 1, 31)}},
-      {"en_US", utc(2027, 12, 1) + afternoon, {7, 1}, {utc(2027, 12, 15), utc(2028, 1, 1), utc(2028, 1, 15)}},
-      {"en_US", utc(2027, 12, 20), {1, 1}, {utc(2028, 1, 1), utc(2028, 1, 15), utc(2028, 2, 1)}},
-      {"fa_IR", utc(2027, 3, 20), {1, 1}, {utc(2027, 3, 21), utc(2027, 4, 4), utc(2027, 4, 21)}},
-      {"en_US@calendar=coptic", utc(2027, 8, 26), {1, 1}, {utc(2027, 9, 12), utc(2027, 9, 26), utc(2027, 10, 12)}},
-      {"en_US", utc(3999, 12, 1), {1, 2}, {utc(4000, 1, 1), utc(4000, 2, 1), utc(4000, 3, 1)}},
-      {"en_US", utc(4000, 11, 15), {1, 2}, {utc(4000, 12, 15)}},
-      {"en_US", utc(2027, 1, 1), {0, 4}, {}},
-      {"en_US", utc(2027, 1, 1), {0, 2}, {}},
-      {"en_US", utc(2027, 1, 1), {1, 9}, {}},
-      {"en_US", utc(2027, 1, 1), {1}, {}},
+      {utc(2027, 1, 31, 14h), {1, 2}, {utc(2027, 2, 28, 14h), utc(2027, 3, 28, 14h), utc(2027, 4, 28, 14h)}},
+      {utc(3999, 12, 1), {1, 2}, {utc(4000, 1, 1), utc(4000, 2, 1), utc(4000, 3, 1)}},
+      {utc(4000, 11, 15), {1, 2}, {utc(4000, 12, 15)}},
+      {utc(2027, 1, 1), {0, 4}, {}},
+      {utc(2027, 1, 1), {0, 2}, {}},
+      {utc(2027, 1, 1), {1, 9}, {}},
   };
-  for (const auto& row : rows) {
-    testing::FakeDesktop desktop;
-    desktop.region = Region{.locale = row.locale, .timeZone = "UTC", .words = {}};
-    EXPECT_EQ(nextDueDates(desktop.platform, row.due, row.repeat, 3), row.dates)
-        << row.locale << ", day " << row.due.time_since_epoch() / std::chrono::hours{24} << " since 1970 began";
-  }
+  testing::FakeDesktop desktop;
+  desktop.region = testing::regionOf("en_US");
+  for (const auto& row : rows)
+    EXPECT_EQ(nextDueDates(desktop.platform, row.due, row.repeat, 3), row.dates) << testing::textOf(row.due);
 }
 
 }  // namespace
