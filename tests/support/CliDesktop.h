@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -14,6 +15,14 @@
 #include "support/Fakes.h"
 
 namespace tallyvane::testing {
+
+using nlohmann::json;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using Arguments = std::vector<std::string>;
 
 struct Outcome {
   int status;
@@ -29,9 +38,9 @@ class CliDesktop {
     (void)desktop.files.createFolder("/home/ada/.local/state/Tallyvane");
   }
 
-  Outcome run(const std::vector<std::string>& arguments) { return runOn(desktop.files, arguments); }
+  Outcome run(const Arguments& arguments) { return runOn(desktop.files, arguments); }
 
-  Outcome runOn(FileStore& store, const std::vector<std::string>& arguments) {
+  Outcome runOn(FileStore& store, const Arguments& arguments) {
     std::ostringstream out;
     std::ostringstream err;
     cli::Console console(out, err, terminal, asker);
@@ -51,6 +60,19 @@ class CliDesktop {
     const Value content = desktop.files.plist(dataFolder + "/" + bid + ".plist");
     return content.is<Dictionary>() ? *content.get<Dictionary>() : Dictionary();
   }
+  /// "kind file key" of each finding of a check.
+  [[nodiscard]] std::vector<std::string> findings() {
+    const Outcome outcome = run({"check", "--json"});
+    const json report = json::parse(outcome.out);
+    std::vector<std::string> found;
+    for (const json& finding : report.at("findings")) {
+      const auto text = [&](const char* key) { return finding.at(key).get<std::string>(); };
+      found.push_back(text("kind") + " " + text("file") + " " + text("key"));
+    }
+    EXPECT_EQ(outcome.status, found.empty() ? 0 : 1);
+    return found;
+  }
+  [[nodiscard]] std::string currentFolder() { return json::parse(run({"location", "--json"}).out).at("folder"); }
   /// Names in the widget's snapshot.
   [[nodiscard]] std::vector<std::string> snapshot() {
     std::vector<std::string> names;

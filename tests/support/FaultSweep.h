@@ -1,114 +1,84 @@
-// Operations that a fault strikes at each of their accesses to files and settings in turn.
+// An operation in a furnished household, struck by a fault at each of its accesses to files and settings in turn.
 #pragma once
 
-#include <functional>
-#include <set>
-#include <string>
-#include <utility>
-#include <vector>
+#include <fmt/format.h>
 
-#include "support/CliDesktop.h"
-#include "support/Killed.h"
+#include "support/FurnishedHousehold.h"
+#include "support/KeptState.h"
+#include "support/Strikes.h"
 
 namespace tallyvane::testing {
 
-/// All that a desktop keeps, to be put back before each fault.
-struct KeptState {
-  explicit KeptState(const FakeDesktop& desktop)
-      : files(desktop.files),
-        defaults(desktop.defaults),
-        group(desktop.groupDefaults),
-        cloud(desktop.cloud),
-        calendars(desktop.calendars),
-        notifications(desktop.notifications),
-        random(desktop.random),
-        clock(desktop.clock) {}
-  void putInto(FakeDesktop& desktop) const {
-    desktop.files = files;
-    desktop.defaults = defaults;
-    desktop.groupDefaults = group;
-    desktop.cloud = cloud;
-    desktop.calendars = calendars;
-    desktop.notifications = notifications;
-    desktop.random = random;
-    desktop.clock = clock;
-    desktop.workQueue.waiting.clear();
-    desktop.mainQueue.waiting.clear();
+struct SweptOperation {
+  const char* name;
+  Operation operation;
+  /// Whole or not at all: what fails leaves all files as they were. Of the others each file is old or new.
+  bool whole = true;
+  std::vector<Operation> before{};
+};
+
+inline void PrintTo(const SweptOperation& swept, std::ostream* out) { *out << swept.name; }
+
+/// A test says what must hold after each fault.
+class FaultSweep {
+ public:
+  explicit FaultSweep(const SweptOperation& swept) : swept_(swept), furnished_(cli_.desktop) {}
+  virtual ~FaultSweep() = default;
+  FaultSweep(const FaultSweep&) = delete;
+  FaultSweep& operator=(const FaultSweep&) = delete;
+
+  /// How many faults struck.
+  int run() {
+    furnish(cli_);
+    for (const Operation& before : swept_.before) EXPECT_EQ(before(cli_, cli_.desktop.files).status, 0) << swept_.name;
+    note();
+    furnished_ = KeptState(cli_.desktop);
+    reminders_ = remindersOf(cli_.desktop);
+    bids_ = listedIn(cli_.desktop.files, cli_.currentFolder());
+    runUnstruck();
+    int points = 0;
+    for (const Strike kind : allStrikes) points += strikeEveryAccess(kind);
+    return points;
   }
-  InMemoryFileStore files;
-  InMemoryUserDefaults defaults;
-  InMemoryUserDefaults group;
-  InMemoryKeyValueStore cloud;
-  FakeCalendarStore calendars;
-  FakeNotificationCenter notifications;
-  FakeRandom random;
-  FakeClock clock;
-};
 
-/// How a fault strikes.
-enum class Strike {
-  changeFails,     ///< one change of the files
-  diskDies,        ///< every change from there on
-  readFails,       ///< one reading
-  diskUnreadable,  ///< every reading from there on
-  settingsFail,    ///< every change of the settings from there on
-  killed           ///< the program dies before a change of files or settings
-};
-constexpr Strike allStrikes[] = {Strike::changeFails,    Strike::diskDies,     Strike::readFails,
-                                 Strike::diskUnreadable, Strike::settingsFail, Strike::killed};
+ protected:
+  virtual void expectAfter(const Struck& struck) = 0;
 
-/// What an operation did that was struck at its n-th access of that kind.
-struct Struck {
-  bool reached = false;  ///< there was an n-th access
-  bool killed = false;
-  Outcome outcome{};
-};
+  const SweptOperation& swept_;
+  CliDesktop cli_;
+  KeptState furnished_;
+  std::vector<std::string> reminders_;
+  std::set<std::string> bids_;  ///< that must be there whatever strikes
+  FileContents known_;
+  std::map<std::string, std::string> done_;  ///< all files after the operation when nothing strikes
+  std::set<std::string> findings_;           ///< without any fault
+  Strike kind_{};
+  std::string where_;
 
-using Operation = std::function<Outcome(CliDesktop&, FileStore&)>;
-using FileContents = std::set<std::pair<std::string, std::string>>;
-
-/// Every content that each file has before, during and after an operation that nothing strikes.
-
-inline FileContents contentsDuring(CliDesktop& cli, const Operation& operation, Outcome& outcome) {
-  FileContents seen;
-  const auto note = [&] { seen.insert(cli.desktop.files.content.begin(), cli.desktop.files.content.end()); };
-  FaultyFileStore noting(cli.desktop.files, [&](Access access) -> std::optional<std::string> {
-    if (access != Access::read) note();
-    return std::nullopt;
-  });
-  outcome = operation(cli, noting);
-  note();
-  return seen;
-}
-
-inline Struck strike(CliDesktop& cli, const Operation& operation, Strike kind, int access) {
-  constexpr const char* reasons[] = {"No space left on device", "Permission denied", "Input/output error"};
-  const bool isLasting = kind == Strike::diskDies || kind == Strike::diskUnreadable || kind == Strike::settingsFail;
-  Struck struck;
-  int accesses = 0;
-  const auto strikesNow = [&] {
-    ++accesses;
-    struck.reached = struck.reached || accesses == access;
-    return isLasting ? accesses >= access : accesses == access;
-  };
-  FaultyFileStore store(cli.desktop.files, [&](Access asked) -> std::optional<std::string> {
-    const bool isRead = kind == Strike::readFails || kind == Strike::diskUnreadable;
-    if (kind == Strike::settingsFail || isRead != (asked == Access::read) || !strikesNow()) return std::nullopt;
-    if (kind == Strike::killed) throw Killed();
-    return reasons[access % 3];
-  });
-  cli.desktop.defaults.beforeWrite = [&] {
-    if (kind == Strike::settingsFail) cli.desktop.defaults.failing = strikesNow();
-    if (kind == Strike::killed && strikesNow()) throw Killed();
-  };
-  try {
-    struck.outcome = operation(cli, store);
-  } catch (const Killed&) {
-    struck.killed = true;
+ private:
+  void note() {
+    for (const std::string& finding : cli_.findings()) findings_.insert(finding);
   }
-  cli.desktop.defaults.beforeWrite = nullptr;
-  cli.desktop.defaults.failing = false;
-  return struck;
-}
+  /// What the operation itself takes off the lists need not be there after a fault.
+  void runUnstruck() {
+    Outcome outcome{};
+    known_ = contentsDuring(cli_, swept_.operation, outcome);
+    EXPECT_EQ(outcome.status, 0) << swept_.name << ": " << outcome.err;
+    done_ = cli_.desktop.files.content;
+    note();
+    const std::set<std::string> left = listedIn(cli_.desktop.files, cli_.currentFolder());
+    std::erase_if(bids_, [&](const std::string& bid) { return !left.contains(bid); });
+  }
+  int strikeEveryAccess(Strike kind) {
+    for (int access = 1;; ++access) {
+      furnished_.putInto(cli_.desktop);
+      const Struck struck = strike(cli_, swept_.operation, kind, access);
+      if (!struck.reached) return access - 1;
+      kind_ = kind;
+      where_ = fmt::format("{}, strike {} at {}: ", swept_.name, static_cast<int>(kind), access);
+      expectAfter(struck);
+    }
+  }
+};
 
 }  // namespace tallyvane::testing

@@ -16,6 +16,14 @@ using std::chrono::hours;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
+/// Sends what is queued, as a program does over its platform.
+inline Result<> sendQueued(FakeDesktop& desktop, const Platform& platform, MailRoundNotes& notes) {
+  QMEmailManager{platform}.checkForMessagesToSendAsynchronous(true);
+  desktop.workQueue.run();
+  desktop.mainQueue.run();
+  return notes.note({});
+}
+
 /// Noon of 10 March in New York; alarms are at nine.
 struct Rounds : ::testing::Test {
   Rounds() {
@@ -30,10 +38,7 @@ struct Rounds : ::testing::Test {
   std::vector<std::string> round() {
     desktop.http.sent.clear();
     notes.prepareMailQueue();
-    QMEmailManager{desktop.platform}.checkForMessagesToSendAsynchronous(true);
-    desktop.workQueue.run();
-    desktop.mainQueue.run();
-    (void)notes.note({});
+    (void)sendQueued(desktop, desktop.platform, notes);
     std::vector<std::string> names;
     for (const std::string& body : desktop.http.sent) {
       const std::size_t begin = body.find("Soon%3A%20") + 10;

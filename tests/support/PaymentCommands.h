@@ -5,18 +5,7 @@
 
 namespace tallyvane::testing {
 
-using nlohmann::json;
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-
 struct PaymentCommands : CliCommands {
-  json doneJson(std::vector<std::string> arguments) {
-    arguments.emplace_back("--json");
-    return json::parse(done(arguments));
-  }
   /// The amounts of a bill's payments in the stored order.
   std::vector<double> amounts(const std::string& bill) {
     std::vector<double> list;
@@ -25,17 +14,12 @@ struct PaymentCommands : CliCommands {
     return list;
   }
   /// How often the command saves the bill's file.
-  std::ptrdiff_t savesOfBill(const std::string& bid, const std::vector<std::string>& command) {
+  std::ptrdiff_t savesOfBill(const std::string& bid, const Arguments& command) {
     const std::string path = cli.dataFolder + "/" + bid + ".plist";
     const auto& saved = cli.desktop.files.saved;
     const auto before = std::count(saved.begin(), saved.end(), path);
     done(command);
     return std::count(saved.begin(), saved.end(), path) - before;
-  }
-  void change(const std::string& bid, std::string_view key, Value value) {
-    Dictionary content = cli.bill(bid);
-    content.set(key, std::move(value));
-    cli.desktop.files.putPlist(cli.dataFolder + "/" + bid + ".plist", content);
   }
 
   const std::string rent = add({"Rent", "--due", "2027-03-13", "--repeat", "monthly", "--amount", "900"});

@@ -17,6 +17,20 @@ inline std::map<std::string, std::string> contentOf(const FakeDesktop& desktop, 
   return content;
 }
 
+/// Where the receipts of a folder's bills are said to be.
+inline std::vector<std::string> receiptsIn(FakeDesktop& desktop, const std::string& folder) {
+  std::vector<std::string> receipts;
+  for (const auto& [name, bytes] : contentOf(desktop, folder)) {
+    const Value root = desktop.files.plist(folder + name);
+    const Array* payments = root.is<Dictionary>() ? root.get<Dictionary>()->get<Array>("PaymentList") : nullptr;
+    for (const Value& payment : payments == nullptr ? Array() : *payments) {
+      const std::string receipt = payment.get<Dictionary>()->valueOr("Receipt", std::string());
+      if (!receipt.empty()) receipts.push_back(receipt);
+    }
+  }
+  return receipts;
+}
+
 struct Safekeeping : CliCommands {
   Safekeeping() { setUp(cli); }
   static void setUp(CliDesktop& cli) {
@@ -24,14 +38,6 @@ struct Safekeeping : CliCommands {
     cli.desktop.files.content["/media/rent.pdf"] = "receipt";
     (void)cli.run({"add", "Rent", "--due", "2027-03-13", "--repeat", "monthly", "--amount", "900", "--remind", "2"});
     (void)cli.run({"pay", "Rent", "--receipt", "/media/rent.pdf"});
-  }
-  /// Where the receipt of the one payment of the one bill in this folder is said to be.
-  static std::string receiptIn(CliDesktop& cli, const std::string& folder) {
-    const Value index = cli.desktop.files.plist(folder + "/billindex.plist");
-    const std::string bid = stringsOf(index.get<Dictionary>()->get<Array>("ActiveBills")).at(0);
-    const Value bill = cli.desktop.files.plist(folder + "/" + bid + ".plist");
-    const Array* payments = bill.get<Dictionary>()->get<Array>("PaymentList");
-    return payments->at(0).get<Dictionary>()->valueOr("Receipt", std::string());
   }
   std::string backup() {
     return "/home/ada/.local/share/Tallyvane/" +

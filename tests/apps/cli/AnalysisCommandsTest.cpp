@@ -3,10 +3,6 @@
 namespace tallyvane::testing {
 namespace {
 
-using nlohmann::json;
-using ::testing::AllOf;
-using ::testing::HasSubstr;
-
 /// Rent was paid in March and, again, in February 2027; the phone is paid automatically and overdue.
 struct AnalysisCommands : CliCommands {
   AnalysisCommands() {
@@ -14,10 +10,6 @@ struct AnalysisCommands : CliCommands {
     add({"Phone", "--due", "2027-03-01", "--repeat", "monthly", "--amount", "20", "--auto"});
     done({"pay", "Rent", "--amount", "100", "--date", "2027-02-03", "--keep-due-date"});
     done({"pay", "Rent", "--amount", "300", "--date", "2027-03-03", "--keep-due-date"});
-  }
-  json doneJson(std::vector<std::string> arguments) {
-    arguments.emplace_back("--json");
-    return json::parse(done(arguments));
   }
 };
 
@@ -45,7 +37,7 @@ TEST_F(AnalysisCommands, AGraphHasABarPerMonthOrPaymentAndIsDrawnToAFile) {
 TEST_F(AnalysisCommands, AMonthOfThePastLeavesOutBillsThatWerePaidAgainUnlessAllIsAsked) {
   EXPECT_THAT(done({"paid"}), HasSubstr("300.00"));
   const Outcome past = cli.run({"paid", "2027-02"});
-  EXPECT_THAT(past.out + past.err, AllOf(HasSubstr("paid again later"), ::testing::Not(HasSubstr("100.00"))));
+  EXPECT_THAT(past.out + past.err, AllOf(HasSubstr("paid again later"), Not(HasSubstr("100.00"))));
   EXPECT_THAT(done({"paid", "2027-02", "--all"}), HasSubstr("100.00"));
 }
 
@@ -55,7 +47,7 @@ TEST_F(AnalysisCommands, SourcesOfIncomeAreKeptCountedAndListed) {
   EXPECT_THAT(done({"income", "this-month"}), AllOf(HasSubstr("2000.00"), HasSubstr("2050.00")));
   EXPECT_THAT(done({"income", "dates"}), AllOf(HasSubstr("2027-03-01"), HasSubstr("2027-04-20")));
   done({"income", "remove", "Bonus"});
-  EXPECT_THAT(done({"income"}), AllOf(HasSubstr("Wages"), ::testing::Not(HasSubstr("Bonus"))));
+  EXPECT_THAT(done({"income"}), AllOf(HasSubstr("Wages"), Not(HasSubstr("Bonus"))));
   cli.desktop.files.content[cli.dataFolder + "/incomeindex.plist"] = "rubbish";
   EXPECT_EQ(cli.run({"income"}).status, 1);
   EXPECT_EQ(cli.desktop.files.content[cli.dataFolder + "/incomeindex.plist"], "rubbish");
@@ -63,15 +55,12 @@ TEST_F(AnalysisCommands, SourcesOfIncomeAreKeptCountedAndListed) {
 
 TEST_F(AnalysisCommands, OddPaymentsNeitherEndNorFalsifyTheAnswers) {
   const std::string rent = doneJson({"show", "Rent"}).at("id");
-  Dictionary content = cli.bill(rent);
-  content.set("PaymentList",
-              Array{Value(Dictionary{{"Amount", "7.5"}, {"Date", "May"}}), "text", Value(Dictionary{{"Amount", 5}})});
-  cli.desktop.files.putPlist(cli.dataFolder + "/" + rent + ".plist", content);
+  change(rent, "PaymentList",
+         Array{Value(Dictionary{{"Amount", "7.5"}, {"Date", "May"}}), "text", Value(Dictionary{{"Amount", 5}})});
   EXPECT_EQ(doneJson({"stats", "Rent"}).at("paid").at("total"), 12.5);
   for (const char* command : {"graph", "stats"}) done({command, "Rent"});
   for (const char* command : {"paid", "stats"}) done({command});
-  content.set("PaymentList", "none");
-  cli.desktop.files.putPlist(cli.dataFolder + "/" + rent + ".plist", content);
+  change(rent, "PaymentList", "none");
   for (const char* command : {"paid", "stats"}) {
     const Outcome told = cli.run({command});
     EXPECT_EQ(told.status, 0);

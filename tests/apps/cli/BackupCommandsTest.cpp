@@ -4,9 +4,6 @@
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::HasSubstr;
-
 TEST_F(Safekeeping, BacksUpOnceADayAndTellsOfIt) {
   EXPECT_EQ(done({"backup", "--status"}), "No backup has been made yet.\n");
   EXPECT_EQ(done({"backup"}), "Backed up 1 bill.\n");

@@ -1,41 +1,10 @@
-#include "support/Bills.h"
-#include "support/CliCommands.h"
+#include "support/CheckCommands.h"
 
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::AllOf;
 using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
 using ::testing::UnorderedElementsAre;
-
-const std::string a(32, 'A');
-const std::string b(32, 'B');
-const std::string c(32, 'C');
-
-struct CheckCommand : CliCommands {
-  CheckCommand() { putActiveBills(cli.desktop, {billOf(a), billOf(b)}); }
-
-  static Dictionary billOf(const std::string& bid) { return bill(bid, "Bill " + bid.substr(0, 1), noon(2027, 3, 13)); }
-  void putBill(const std::string& bid, const Dictionary& content) {
-    cli.desktop.files.putPlist(inDataFolder(bid + ".plist"), content);
-  }
-  /// "kind file key" of each finding.
-  std::vector<std::string> found() {
-    const Outcome outcome = cli.run({"check", "--json"});
-    const auto report = nlohmann::json::parse(outcome.out);
-    std::vector<std::string> all;
-    for (const auto& finding : report.at("findings")) {
-      const auto text = [&](const char* key) { return finding.at(key).get<std::string>(); };
-      all.push_back(text("kind") + " " + text("file") + " " + text("key"));
-    }
-    EXPECT_EQ(outcome.status, all.empty() ? 0 : 1);
-    return all;
-  }
-};
 
 TEST_F(CheckCommand, ASoundFolderHasNoFindings) {
   add({"Rent", "--due", "2027-03-13", "--repeat", "never", "--amount", "9", "--tag", "Home"});
@@ -43,7 +12,7 @@ TEST_F(CheckCommand, ASoundFolderHasNoFindings) {
   done({"pay", "Rent", "--receipt", "/home/ada/rent.pdf"});
   done({"income", "add", "Pay", "--amount", "5", "--repeat", "weekly", "--from", "2027-03-12"});
   cli.desktop.files.content[inDataFolder(".hidden")] = "?";
-  EXPECT_THAT(found(), IsEmpty());
+  EXPECT_THAT(cli.findings(), IsEmpty());
   EXPECT_EQ(done({"check"}), "");
   cli.terminal.interactive = true;
   EXPECT_EQ(done({"check"}), "7 files read, nothing found.\n");
@@ -78,7 +47,7 @@ TEST_F(CheckCommand, SaysWhatIsWrongInABill) {
     putBill(b, row.value ? with(billOf(b), row.key, *row.value) : without(billOf(b), row.key));
     const Outcome outcome = cli.run({"check", "--json"});
     EXPECT_EQ(outcome.status, 1);
-    const auto findings = nlohmann::json::parse(outcome.out).at("findings");
+    const auto findings = json::parse(outcome.out).at("findings");
     ASSERT_EQ(findings.size(), 1U) << row.key << outcome.out;
     EXPECT_EQ(findings[0].at("kind"), row.kind);
     EXPECT_EQ(findings[0].at("bill"), "Bill B");
@@ -97,34 +66,18 @@ TEST_F(CheckCommand, SaysWhatIsWrongWithTheListsAndTheOtherFiles) {
   cli.desktop.files.putPlist(inDataFolder("mailindex.plist"), Dictionary{{"PendingMessages", Array{"Rent"}}});
   cli.desktop.files.content[inDataFolder("x.plist.unreadable-1")] = "rubbish";
   const std::string index = "billindex.plist ";
-  EXPECT_THAT(found(), UnorderedElementsAre("oddEntry " + index + "ActiveBills", "oddKey " + index + "ArchivedBills",
-                                            "repeated " + index + "ActiveBills", "inSeveralLists " + index,
-                                            "withoutFile " + index + "ActiveBills", "oddEntry " + index + "ActiveBills",
-                                            "inNoList " + c + ".plist ", "otherBill " + c + " (copy).plist Bid",
-                                            "foreignFile notes.plist ", "unreadable broken.plist ",
-                                            "unreadable tagindex.plist ", "unreadable incomeindex.plist ",
-                                            "oddEntry mailindex.plist Rent", "keptCopy x.plist.unreadable-1 "));
+  EXPECT_THAT(cli.findings(),
+              UnorderedElementsAre("oddEntry " + index + "ActiveBills", "oddKey " + index + "ArchivedBills",
+                                   "repeated " + index + "ActiveBills", "inSeveralLists " + index,
+                                   "withoutFile " + index + "ActiveBills", "oddEntry " + index + "ActiveBills",
+                                   "inNoList " + c + ".plist ", "otherBill " + c + " (copy).plist Bid",
+                                   "foreignFile notes.plist ", "unreadable broken.plist ", "unreadable tagindex.plist ",
+                                   "unreadable incomeindex.plist ", "oddEntry mailindex.plist Rent",
+                                   "keptCopy x.plist.unreadable-1 "));
   EXPECT_THAT(cli.run({"check"}).out, HasSubstr("Bill C\tis in no list\t" + c + ".plist\n"));
   cli.desktop.files.content[inDataFolder("billindex.plist")] = "rubbish";
-  EXPECT_THAT(found(), AllOf(Contains("unreadable " + index), Not(Contains("inNoList " + c + ".plist "))));
+  EXPECT_THAT(cli.findings(), AllOf(Contains("unreadable " + index), Not(Contains("inNoList " + c + ".plist "))));
 }
-
-struct Repairs : CheckCommand {
-  Repairs() {
-    putBill(c, with(billOf(c), "RemindMe", true));
-    cli.desktop.defaults.content.set("QMEnableNotificationCenter", true);
-    putIndex(cli.desktop, index({a, b, a}, {b}, {}));
-  }
-  void answering(const std::optional<std::string>& answer) {
-    cli.asker = [this, answer](const std::string& question) {
-      questions.push_back(question);
-      EXPECT_FALSE(cli.locked);
-      return answer;
-    };
-  }
-  std::vector<std::string> questions;
-  const std::string copy = "/home/ada/.local/share/Tallyvane/before-repair-2027-03-10";
-};
 
 TEST_F(Repairs, TakeDoublesOffAndPutABillWhereThePersonSays) {
   answering("a");

@@ -1,55 +1,13 @@
 // Every command that the documents show is run, and must print what they show.
 #include <filesystem>
-#include <fstream>
 #include <regex>
 
 #include "support/CliDesktop.h"
+#include "support/ShellWords.h"
+#include "support/ShownExamples.h"
 
 namespace tallyvane::testing {
 namespace {
-
-struct Example {
-  std::string command;  ///< as one types it, without the prompt
-  std::string output;   ///< what is shown below it; nothing where the output goes elsewhere
-};
-
-std::vector<std::string> linesOf(const std::filesystem::path& file) {
-  std::ifstream stream(file);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
-}
-
-/// The indented blocks' commands, each with the lines below it.
-std::vector<Example> examplesOf(const std::vector<std::string>& lines) {
-  std::vector<Example> examples;
-  bool open = false;
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    const bool goesOn = lines[i].empty() && i + 1 < lines.size() && lines[i + 1].starts_with("    ") &&
-                        !lines[i + 1].starts_with("    $");  // a blank line within the output
-    if (lines[i].starts_with("    $ ")) {
-      open = lines[i].starts_with("    $ tallyvane");
-      if (open) examples.push_back({lines[i].substr(6), ""});
-    } else if (open && (goesOn || lines[i].starts_with("    "))) {
-      examples.back().output += (lines[i].empty() ? "" : lines[i].substr(4)) + "\n";
-    } else {
-      open = false;
-    }
-  }
-  return examples;
-}
-
-/// Words as the shell splits them, up to a pipe or a redirection.
-std::vector<std::string> wordsOf(const std::string& command) {
-  std::vector<std::string> words;
-  const std::regex word(R"re('([^']*)'|"([^"]*)"|([^\s'"]+))re");
-  for (std::sregex_iterator found(command.begin(), command.end(), word), end; found != end; ++found) {
-    const std::smatch& match = *found;
-    if (match.str() == "|" || match.str() == ">") break;
-    words.push_back(match[1].matched ? match[1].str() : match[2].matched ? match[2].str() : match[3].str());
-  }
-  return words;
-}
 
 struct Documents : ::testing::TestWithParam<const char*> {
   Documents() {

@@ -9,10 +9,6 @@
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-
 Value payment(Value amount, Date date, const std::string& note) {
   return Dictionary{{"Amount", std::move(amount)}, {"Date", date}, {"Note", note}, {"Receipt", ""}};
 }

@@ -10,9 +10,6 @@ using cli::Diagnosis;
 using cli::Health;
 using cli::Surroundings;
 using Presence = SessionServices::Presence;
-using ::testing::AllOf;
-using ::testing::HasSubstr;
-using ::testing::Not;
 
 using Welcome = CliCommands;
 

@@ -3,9 +3,6 @@
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::HasSubstr;
-
 struct ImportCommand : CliCommands {
   void putOld(const std::string& name, const Value& record, const std::string& folder = "/media/Tallyvane") {
     cli.desktop.files.putPlist(folder + "/Data/" + name, record);

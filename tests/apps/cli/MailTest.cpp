@@ -1,20 +1,14 @@
-#include "support/CliDesktop.h"
+#include "support/CliCommands.h"
 
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::HasSubstr;
-using ::testing::Not;
-using Arguments = std::vector<std::string>;
-
-struct MailCommand : ::testing::Test {
+struct MailCommand : CliCommands {
   MailCommand() {
-    (void)run({"add", "Rent", "--due", "2027-03-13", "--repeat", "monthly", "--amount", "900", "--remind", "2"});
-    (void)run({"settings", "set", "QMEmailsEnabled", "yes"});
+    add({"Rent", "--due", "2027-03-13", "--repeat", "monthly", "--amount", "900", "--remind", "2"});
+    done({"settings", "set", "QMEmailsEnabled", "yes"});
   }
   Outcome run(const Arguments& arguments) { return cli.run(arguments); }
-  CliDesktop cli;
 };
 
 TEST_F(MailCommand, TellsHowMailStandsAndSetsTheRecipient) {

@@ -5,11 +5,6 @@
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using Arguments = std::vector<std::string>;
-
 class Refusals : public ::testing::Test {
  protected:
   Refusals() {
@@ -79,31 +74,6 @@ TEST_F(Refusals, BadInputGetsOneClearSentenceAndChangesNothing) {
     EXPECT_TRUE(cli.desktop.files.content == before) << ::testing::PrintToString(c.arguments);
     EXPECT_FALSE(cli.locked);
   }
-}
-
-TEST_F(Refusals, WithoutItsDataFolderACommandWritesNothingAnywhere) {
-  (void)cli.desktop.defaults.set("QMCustomLocationEnabled", true);
-  const struct {
-    std::optional<Value> cache;
-    const char* says;
-  } cases[] = {{std::nullopt, "cannot be told"}, {"/media/stick/Tallyvane.tvdata", "/media/stick/Tallyvane.tvdata"}};
-  for (const auto& c : cases) {
-    if (c.cache) (void)cli.desktop.defaults.set("QMCusomLocationTempPath", *c.cache);
-    const auto before = cli.desktop.files.content;
-    for (const Arguments& command :
-         std::vector<Arguments>{{"add", "New", "--due", "today", "--repeat", "weekly", "--amount", "1", "--force"},
-                                {"edit", "Rent", "--amount", "1"},
-                                {"delete-all", "--yes"},
-                                {"tags", "--set", "A"},
-                                {"overview"}}) {
-      const Outcome outcome = cli.run(command);
-      EXPECT_EQ(outcome.status, 1) << command[0];
-      EXPECT_THAT(outcome.err, HasSubstr(c.says)) << command[0];
-    }
-    EXPECT_TRUE(cli.desktop.files.content == before);
-  }
-  EXPECT_EQ(cli.run({"settings", "set", "QMCustomLocationEnabled", "no"}).status, 0);
-  EXPECT_THAT(cli.run({"overview"}).out, HasSubstr("Rent"));
 }
 
 TEST_F(Refusals, AnIndexThatCannotBeReadIsNeverTakenForNoBills) {
