@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "support/Safekeeping.h"
 #include "support/ShellWords.h"
 

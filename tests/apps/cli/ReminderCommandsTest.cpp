@@ -92,14 +92,14 @@ TEST_F(ReminderCommands, NotificationsAreListedAndRemovedByBillOrIdentifier) {
   EXPECT_THAT(done({"notifications"}),
               HasSubstr("Scheduled\t2027-03-11T09:00-05:00\tPay Water \"A\"\tBill is due on Fri, Mar 12, 2027\t" +
                         waterId + "\nScheduled\t2027-03-15T09:00-04:00\tPay Rent\t"));
-  const json all = json::parse(done({"notifications", "--json"}));
+  const json all = doneJson({"notifications"});
   EXPECT_EQ(all.at("scheduled").at(0).at("bill"), rent);
   EXPECT_EQ(all.at("delivered").size(), 2U);
 
   EXPECT_EQ(done({"notifications", "remove", "rent", "old-2", "Rent"}), "Removed 2 notifications.\n");
   EXPECT_THAT(scheduled, SizeIs(1));
   ASSERT_THAT(delivered, SizeIs(1));
-  EXPECT_EQ(json::parse(done({"notifications", "remove", "GONE", "--json"})).at(0).at("id"), "old-1");
+  EXPECT_EQ(doneJson({"notifications", "remove", "GONE"}).at(0).at("id"), "old-1");
   EXPECT_EQ(done({"notifications", "remove", "Rent"}), "There was none to remove.\n");
   const Outcome unknown = cli.run({"notifications", "remove", waterId, "Nobody"});
   EXPECT_NE(unknown.status, 0);
@@ -120,7 +120,7 @@ TEST_F(ReminderCommands, CalendarsAreListedForPrograms) {
             "Tallyvane\t2027-03-12\tPay Water \"A\"\t2027-03-11T09:00-05:00\n"
             "Tallyvane\t2027-03-16\tPay Rent\t2027-03-15T09:00-04:00\n"
             "Ho me\t2027-03-10T12:00-05:00\tDinner out\t\n");
-  const json all = json::parse(done({"calendar", "--json"}));
+  const json all = doneJson({"calendar"});
   EXPECT_EQ(all.at("folder"), "here");
   EXPECT_EQ(all.at("calendars").at(0).at("receives"), true);
   EXPECT_EQ(all.at("calendars").at(0).at("events").at(1), (json{{"title", "Pay Rent"},
