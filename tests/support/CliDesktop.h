@@ -13,15 +13,11 @@
 #include "cli/CommandLine.h"
 #include "common/DesktopPlatform.h"
 #include "support/Fakes.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 
 using nlohmann::json;
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
 using Arguments = std::vector<std::string>;
 
 struct Outcome {

@@ -7,14 +7,13 @@
 
 #include "reminders/QMEmailManager.h"
 #include "support/Bills.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::programs {
 
 using namespace tallyvane::testing;
 using std::chrono::days;
 using std::chrono::hours;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 /// Sends what is queued, as a program does over its platform.
 inline Result<> sendQueued(FakeDesktop& desktop, const Platform& platform, MailRoundNotes& notes) {

@@ -31,9 +31,13 @@ bool followIn(Array& payments, FileStore& files, const std::string& folder) {
   return changed;
 }
 
+/// What cannot be read now fails, for the change of place to be finished later; what is damaged names no receipts.
 Result<> followInBill(const Platform& platform, const std::string& path, const std::string& folder) {
-  auto bill = readPropertyListFile<Dictionary>(platform.files, platform.log, path);
-  auto* payments = bill ? bill->get<Array>(key::PaymentList) : nullptr;
+  const Result<std::string> bytes = platform.files.read(path);
+  if (!bytes) return Error{bytes.error()};
+  Result<Value> root = readPropertyList(*bytes);
+  auto* bill = root ? root->get<Dictionary>() : nullptr;
+  auto* payments = bill == nullptr ? nullptr : bill->get<Array>(key::PaymentList);
   if (payments == nullptr || !followIn(*payments, platform.files, folder)) return {};
   if (Result<> saved = savePropertyListFile(platform.files, path, *bill); !saved) return saved;
   const std::string bid = bill->valueOr(key::Bid, std::string());

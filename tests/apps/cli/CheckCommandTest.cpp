@@ -3,9 +3,6 @@
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::Contains;
-using ::testing::UnorderedElementsAre;
-
 TEST_F(CheckCommand, ASoundFolderHasNoFindings) {
   add({"Rent", "--due", "2027-03-13", "--repeat", "never", "--amount", "9", "--tag", "Home"});
   cli.desktop.files.content["/home/ada/rent.pdf"] = "receipt";

@@ -5,11 +5,12 @@
 #include <sstream>
 
 #include "cli/terminal/Table.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::cli {
 namespace {
 
-using ::testing::ElementsAre;
+using namespace tallyvane::testing;
 
 TEST(DisplayText, MeasuresTextsInTheColumnsThatATerminalGivesThem) {
   const struct {

@@ -5,8 +5,6 @@
 namespace tallyvane::testing {
 namespace {
 
-using ::testing::SizeIs;
-
 /// Noon of 10 March 2027 in New York; reminders ring at nine. The clocks go forward on 14 March.
 struct ReminderCommands : CliCommands {
   ReminderCommands() {

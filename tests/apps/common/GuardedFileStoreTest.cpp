@@ -4,14 +4,13 @@
 
 #include "freedesktop/PosixFileStore.h"
 #include "support/Fakes.h"
+#include "support/Matchers.h"
 #include "support/SmallDisk.h"
 
 namespace tallyvane::programs {
 namespace {
 
 using namespace tallyvane::testing;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 const std::string bill = "/data/bill.plist";
 

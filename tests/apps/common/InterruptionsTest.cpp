@@ -6,12 +6,10 @@
 
 #include "foundation/PropertyList.h"
 #include "support/CommandLineHome.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::HasSubstr;
-using ::testing::Not;
 
 TEST(Interruptions, ASignalEndsTheProgramOnlyBehindTheWholeOperation) {
   constexpr std::size_t bills = 150;

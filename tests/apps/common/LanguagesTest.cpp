@@ -4,13 +4,10 @@
 #include <sstream>
 
 #include "support/CommandLineHome.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::HasSubstr;
-using ::testing::Not;
-using ::testing::StartsWith;
 
 class LanguagesTest : public ::testing::Test {
  protected:

@@ -5,6 +5,7 @@
 #include "common/ProgramLock.h"
 #include "foundation/Calendar.h"
 #include "support/Fakes.h"
+#include "support/Matchers.h"
 #include "support/TemporaryFolder.h"
 
 namespace tallyvane::programs {
@@ -12,7 +13,6 @@ namespace {
 
 using namespace tallyvane::testing;
 using std::chrono::milliseconds;
-using ::testing::HasSubstr;
 
 class ProgramLockTest : public ::testing::Test {
  protected:

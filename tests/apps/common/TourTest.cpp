@@ -1,12 +1,10 @@
 #include <gmock/gmock.h>
 
 #include "support/CommandLineHome.h"
+#include "support/Matchers.h"
 
 namespace tallyvane::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 std::vector<std::string> toursLeft() {
   std::vector<std::string> left;
