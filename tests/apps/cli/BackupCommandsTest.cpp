@@ -75,6 +75,7 @@ TEST_F(Safekeeping, AfterARestoreThatWasKilledTheNextCommandSaysWhatToDo) {
     EXPECT_EQ(contentOf(cli.desktop, usual + ".replaced"), old) << change;
     for (const char* command : {"overview", "backup", "tags", "widget", "mail", "location"})
       EXPECT_THAT(cli.run({command}).err + cli.run({command}).out, HasSubstr("whole in " + usual + ".replaced"));
+    EXPECT_TRUE(json::parse(done({"location", "--json"}))["bills"].is_null());
     done({"restore-backup", "--undo"});
     EXPECT_EQ(contentOf(cli.desktop, usual), old) << change;
     cli.desktop.files = atKill;

@@ -42,17 +42,18 @@ void showLocation(Session& session) {
   const bool isThere = platform.files.isFolder(folder);
   const std::optional<std::size_t> bills = programs::billsListedIn(platform, folder);
   const std::optional<std::string> unfinished = programs::unfinishedChange(platform);
+  // What is there in the middle of a change says nothing of the bills.
+  const bool tellsBills = bills && !unfinished;
   if (session.json) {
     return printJson(session.console, {{"folder", folder.empty() ? Json(nullptr) : Json(folder)},
                                        {"kind", kind},
                                        {"there", isThere},
-                                       {"bills", bills ? Json(*bills) : Json(nullptr)},
+                                       {"bills", tellsBills ? Json(*bills) : Json(nullptr)},
                                        {"unfinished", unfinished ? Json(*unfinished) : Json(nullptr)}});
   }
   session.console.line(sentence("Data folder: {}", folder.empty() ? translated("cannot be told") : printable(folder)));
   // translators: what kind of place that is: usual, dropbox or chosen
   session.console.line(sentence("Kind: {}", translated(kind)));
-  // What is there in the middle of a change says nothing of the bills.
   session.console.line(unfinished ? printable(*unfinished)
                        : isThere  ? sentence("Bills: {}", bills.value_or(0))
                                   : translated("It is not there now."));
