@@ -1,41 +1,32 @@
 // What a desktop of a test keeps, to go back to.
 #pragma once
 
+#include <tuple>
+
 #include "support/Fakes.h"
 
 namespace tallyvane::testing {
 
+inline auto partsOf(FakeDesktop& desktop) {
+  return std::tie(desktop.files, desktop.defaults, desktop.groupDefaults, desktop.cloud, desktop.calendars,
+                  desktop.notifications, desktop.random, desktop.clock);
+}
+
 /// All that a desktop keeps.
-struct KeptState {
-  explicit KeptState(const FakeDesktop& desktop)
-      : files(desktop.files),
-        defaults(desktop.defaults),
-        group(desktop.groupDefaults),
-        cloud(desktop.cloud),
-        calendars(desktop.calendars),
-        notifications(desktop.notifications),
-        random(desktop.random),
-        clock(desktop.clock) {}
+class KeptState {
+ public:
+  explicit KeptState(FakeDesktop& desktop) : kept_(partsOf(desktop)) {}
   void putInto(FakeDesktop& desktop) const {
-    desktop.files = files;
-    desktop.defaults = defaults;
-    desktop.groupDefaults = group;
-    desktop.cloud = cloud;
-    desktop.calendars = calendars;
-    desktop.notifications = notifications;
-    desktop.random = random;
-    desktop.clock = clock;
+    partsOf(desktop) = kept_;
     desktop.workQueue.waiting.clear();
     desktop.mainQueue.waiting.clear();
   }
-  InMemoryFileStore files;
-  InMemoryUserDefaults defaults;
-  InMemoryUserDefaults group;
-  InMemoryKeyValueStore cloud;
-  FakeCalendarStore calendars;
-  FakeNotificationCenter notifications;
-  FakeRandom random;
-  FakeClock clock;
+  [[nodiscard]] const InMemoryFileStore& files() const { return std::get<InMemoryFileStore>(kept_); }
+
+ private:
+  std::tuple<InMemoryFileStore, InMemoryUserDefaults, InMemoryUserDefaults, InMemoryKeyValueStore, FakeCalendarStore,
+             FakeNotificationCenter, FakeRandom, FakeClock>
+      kept_;
 };
 
 }  // namespace tallyvane::testing

@@ -86,7 +86,7 @@ class Sweep : public FaultSweep {
     EXPECT_TRUE(std::any_of(folders.begin(), folders.end(), [&](const auto& each) {
       return isWhole(files, each, bids_);
     })) << where_;
-    for (const auto& [path, bytes] : furnished_.files.content) {
+    for (const auto& [path, bytes] : furnished_.files().content) {
       const auto now = files.content.find(path);
       if (now == files.content.end()) continue;
       EXPECT_TRUE(known_.contains(*now)) << where_ << path << "\n" << now->second;
@@ -95,7 +95,7 @@ class Sweep : public FaultSweep {
     EXPECT_EQ(struck.outcome.status, 1) << where_ << struck.outcome.err;
     EXPECT_FALSE(struck.outcome.err.empty()) << where_;
     if (!swept_.whole || isHalfDone(struck)) return;
-    EXPECT_TRUE(files.content == furnished_.files.content || files.content == done_) << where_;
+    EXPECT_TRUE(files.content == furnished_.files().content || files.content == done_) << where_;
     if (kind_ == Strike::diskUnreadable) return;
     if (files.content == done_) return;
     expectMirrorAgrees(cli_, where_);
@@ -130,7 +130,7 @@ class Sweep : public FaultSweep {
   }
   void expectAllIsInOneFolder() {
     const std::set<std::string> folders = dataFolders(cli_.desktop.files.content);
-    EXPECT_TRUE(folders == dataFolders(furnished_.files.content) || folders == dataFolders(done_))
+    EXPECT_TRUE(folders == dataFolders(furnished_.files().content) || folders == dataFolders(done_))
         << where_ << ::testing::PrintToString(folders);
     const std::string folder = cli_.currentFolder();
     EXPECT_THAT(receiptsIn(cli_.desktop, folder), Each(StartsWith(folder + "/"))) << where_;

@@ -90,13 +90,7 @@ std::string stateOf(const ListedBill& bill) {
   couldNot(similar ? missing + " " + sentence("Did you mean \"{}\"?", *similar) : missing);
 }
 
-/// Why the file cannot be read as a dictionary; nothing when it can, or is not there.
-std::optional<std::string> reasonAgainst(const Platform& platform, const std::string& path) {
-  Reason reason;
-  if (readPropertyListFile<Dictionary>(platform.files, reason, path) || reason.text.empty()) return std::nullopt;
-  return reason.text;
-}
-
+/// What the person may do about a list of bills that cannot be used, beside putting a good copy back.
 std::string wayBack(const Platform& platform) {
   const auto backup = newestBackup(platform);
   if (!backup || !platform.files.exists(*backup)) return "";
@@ -122,10 +116,11 @@ std::string requireDataFolder(const Platform& platform) {
 
 void requireReadableData(const Platform& platform) {
   const std::string path = requireDataFolder(platform) + "/" + std::string(billIndexName);
-  if (const auto reason = reasonAgainst(platform, path))
-    couldNot(sentence("The list of bills: {}. Put back a good copy of this file, or move it away.", *reason) +
+  Reason reason;
+  const auto index = readPropertyListFile<Dictionary>(platform.files, reason, path);
+  if (!reason.text.empty())
+    couldNot(sentence("The list of bills: {}. Put back a good copy of this file, or move it away.", reason.text) +
              wayBack(platform));
-  const auto index = readPropertyListFile<Dictionary>(platform.files, platform.log, path);
   if (const auto odd = index ? oddListOf(*index) : std::nullopt) {
     couldNot(sentence("The list of bills: \"{}\" is not a list in {}. Put back a good copy of this file.", *odd, path) +
              wayBack(platform));
@@ -134,7 +129,9 @@ void requireReadableData(const Platform& platform) {
 
 void requireReadableFile(const Platform& platform, const std::string& path,
                          fmt::format_string<const std::string&> refusal) {
-  if (const auto reason = reasonAgainst(platform, path)) couldNot(sentence<const std::string&>(refusal, *reason));
+  Reason reason;
+  if (readPropertyListFile<Dictionary>(platform.files, reason, path) || reason.text.empty()) return;
+  couldNot(sentence<const std::string&>(refusal, reason.text));
 }
 
 std::vector<Dictionary> contentsOf(const Platform& platform, const std::vector<Group>& groups) {

@@ -15,10 +15,10 @@
 #include "common/PlaceChange.h"
 #include "common/PreviousVersion.h"
 #include "common/Sentences.h"
+#include "foundation/Paths.h"
 #include "import/QMImportManager.h"
 #include "storage/DataFolder.h"
 #include "storage/Keys.h"
-#include "storage/QMBillsLoader.h"
 #include "storage/Settings.h"
 
 namespace tallyvane::cli {
@@ -61,11 +61,8 @@ class ImportProgress : public Log {
 
 /// The old folder: the one that was named, else the one around the data folder, else the usual one.
 std::string oldFolderOf(const Platform& platform, const Options& options) {
-  if (!options.folder.empty()) {
-    const std::string path = std::filesystem::absolute(options.folder).lexically_normal().string();
-    return path.size() > 1 && path.ends_with('/') ? path.substr(0, path.size() - 1) : path;
-  }
-  return programs::usualFolderOfPreviousVersion(platform);
+  if (options.folder.empty()) return programs::usualFolderOfPreviousVersion(platform);
+  return withoutTrailingSlashes(std::filesystem::absolute(options.folder).lexically_normal().string());
 }
 
 void requireOldFolder(const Platform& platform, const std::string& folder) {
