@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "support/Bills.h"
 #include "support/OldFolder.h"
 
@@ -56,11 +58,24 @@ TEST_F(Import, OldTextsMapExactlyToTodaysNumbersAndNames) {
 
 TEST_F(Import, ABillForOnceThatWasPaidIsNeverDueAgain) {
   const Dictionary once = with(oldBill(), "Repeat_b", "Never");
-  putOld("Paid.plist", once);
-  EXPECT_EQ(*imported().find("DueDate"), Value(distantFuture));
-  FakeDesktop other;
-  other.files.putPlist(oldFolder + "/Data/Open.plist", without(once, "Pay_Amounts"));
-  EXPECT_EQ(*importedOn(other).find("DueDate"), Value(noon(2015, 6, 1)));
+  const struct {
+    Dictionary old;
+    Date due;
+  } cases[] = {{once, distantFuture},
+               {without(once, "Pay_Amounts"), noon(2015, 6, 1)},
+               {without(once, "Repeat_a"), noon(2015, 6, 1)}};  // without a count there is no rule
+  for (const auto& c : cases) {
+    FakeDesktop computer;
+    computer.files.putPlist(oldFolder + "/Data/Once.plist", c.old);
+    EXPECT_EQ(*importedOn(computer).find("DueDate"), Value(c.due)) << keysOf(c.old).size();
+  }
+}
+
+TEST_F(Import, PaymentsOfAnOldBillWithoutNotesHaveEmptyOnes) {
+  putOld("Rent.plist", without(oldBill(), "Pay_Notes"));
+  const Dictionary bill = imported();
+  EXPECT_EQ(*payment(bill, 0).find("Note"), Value(""));
+  EXPECT_EQ(*bill.find("TotalPaid"), Value(0.0));
 }
 
 TEST_F(Import, PaymentsWithoutAReadableDateOrReceiptKeepTheirAmounts) {
@@ -144,7 +159,14 @@ TEST_F(Import, ImportingPutsTheDataFolderBackToItsDefaultPlace) {
   desktop.files.putPlist("/home/ada/.local/share/Tallyvane/Data/Rent.plist", oldBill());
   EXPECT_TRUE(importer.shouldImportData());
   EXPECT_EQ(desktop.log.lines.back(), "Tallyvane 5 Data Status: 0");
+  desktop.log.lines.clear();
   importer.importDataFromPreviousVersion();
+  std::vector<std::string> told = desktop.log.lines;
+  told.erase(std::find(told.begin(), told.end(), "Imported Bill: Rent") + 1, told.end());  // writing it tells its own
+  EXPECT_THAT(told, ElementsAre("Starting Import", "Default Location Path: /home/ada/.local/share/Tallyvane",
+                                "Data Folder Exists at Selected Location: 1",
+                                "URL of Folder to Import From: file:///home/ada/.local/share/Tallyvane/Data/",
+                                "Name: Rent", "Count: 2", "Imported Bill: Rent"));
   EXPECT_FALSE(importer.shouldImportData());
   EXPECT_EQ(*desktop.defaults.content.find("QMCustomLocationEnabled"), Value(false));
   EXPECT_EQ(*desktop.defaults.content.find("QMCusomLocationTempPath"), Value(""));

@@ -74,6 +74,17 @@ TEST_F(Backup, RestoringPutsTheWholeFolderBackAndKeepsTheBackup) {
               ElementsAre("Starting Restore...", "Trying to Restore", "Removed 1", "Error: (null)", "Error: (null)"));
 }
 
+TEST_F(Backup, RestoringTellsThatTheOldFolderCouldNotBeRemoved) {
+  loader.backupDatabase();
+  desktop.log.lines.clear();
+  FailingFileStore failing(desktop.files, 1);
+  const Platform platform = desktop.over(failing);
+  EXPECT_FALSE(QMBillsLoader{platform}.restoreDatabase());
+  EXPECT_THAT(desktop.log.lines, ElementsAre("Starting Restore...", "Trying to Restore", "Removed 0",
+                                             HasSubstr("No space left on device"), StartsWith("Error: ")));
+  EXPECT_TRUE(desktop.files.exists(inDataFolder("B1.plist")));
+}
+
 TEST_F(Backup, WithoutACompleteBackupRestoringChangesNothing) {
   EXPECT_FALSE(loader.restoreDatabase());
   loader.backupDatabase();
@@ -94,6 +105,8 @@ TEST_F(Mover, MovesToAFolderOrToTheNameItself) {
   EXPECT_EQ(desktop.log.lines.back(), "Tallyvane 5 Data Exists Already: 0");
   EXPECT_TRUE(mover.resetDatabaseFromStartLocation("/media/disk/Tallyvane.tvdata"));
   EXPECT_TRUE(isAt(dataFolder));
+  EXPECT_FALSE(mover.resetDatabaseFromStartLocation("/media/disk/gone"));
+  EXPECT_THAT(desktop.log.lines.back(), StartsWith("Error: "));
 }
 
 TEST_F(Mover, ReplacesWhatIsThereOnlyWhenAskedTo) {

@@ -1,12 +1,10 @@
 // A folder of the previous version, imported.
 #pragma once
 
-#include "import/QMImportManager.h"
-
 #include <gmock/gmock.h>
 
 #include "foundation/NumberReading.h"
-
+#include "import/QMImportManager.h"
 #include "support/Bills.h"
 #include "support/Matchers.h"
 
