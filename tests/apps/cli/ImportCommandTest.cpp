@@ -90,6 +90,7 @@ TEST_F(ImportCommand, WithoutAFolderNoBillsAreLeftOutOfSightOrMixed) {
 TEST_F(ImportCommand, OnlyAnOldFolderOutsideTheDataFolderIsTaken) {
   (void)cli.desktop.files.createFolder("/media/Other/Data");
   (void)cli.desktop.files.createFolder(cli.dataFolder + "/Tallyvane/Data");
+  EXPECT_THAT(cli.run({"import", ""}).err, HasSubstr("must not be empty"));
   EXPECT_THAT(cli.run({"import", "/media/Other"}).err, HasSubstr("named \"Tallyvane\""));
   EXPECT_THAT(cli.run({"import", "/nowhere/Tallyvane"}).err, HasSubstr("folder \"Data\""));
   EXPECT_THAT(cli.run({"import", cli.dataFolder + "/Tallyvane"}).err, HasSubstr("lies in the data folder"));

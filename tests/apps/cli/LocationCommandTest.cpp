@@ -39,6 +39,7 @@ TEST_F(Safekeeping, TwoDataFoldersAreNeverMixed) {
     EXPECT_TRUE(cli.desktop.files.content == before && cli.desktop.defaults.content == settings) << why;
   };
   refuses({"location", "--reset"}, "is there already");
+  EXPECT_EQ(cli.run({"location", "--set", ""}).status, 2);
   refuses({"location", "--dropbox"}, "Name the Dropbox folder");
   refuses({"location", "--set", "/nowhere"}, "no folder");
   refuses({"location", "--set", "/media/disk", "--adopt"}, "no data folder with bills");

@@ -1,11 +1,11 @@
 #include "cli/bills/PaymentChange.h"
 
 #include <cmath>
-#include <filesystem>
 
 #include "cli/Failure.h"
 #include "cli/bills/BillChange.h"
 #include "cli/bills/BillText.h"
+#include "cli/input/TextInput.h"
 #include "common/Sentences.h"
 #include "foundation/NumberReading.h"
 #include "payments/QMPaymentLogger.h"
@@ -59,9 +59,8 @@ bool isPayable(const Value& amount) {
 }
 
 std::string receiptInput(const Platform& platform, const std::string& text) {
-  std::error_code error;
-  const std::string path = std::filesystem::absolute(text, error).lexically_normal().string();
-  if (text.empty() || error || !platform.files.exists(path)) couldNot(sentence("There is no file \"{}\".", text));
+  const std::string path = absolutePath(text);
+  if (path.empty() || !platform.files.exists(path)) couldNot(sentence("There is no file \"{}\".", text));
   if (platform.files.isFolder(path)) couldNot(sentence("{} is a folder; a receipt is a file.", path));
   return path;
 }

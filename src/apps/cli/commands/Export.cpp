@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -6,6 +5,7 @@
 #include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
 #include "cli/export/Exports.h"
+#include "cli/input/TextInput.h"
 #include "cli/terminal/DisplayText.h"
 #include "common/Sentences.h"
 
@@ -32,9 +32,8 @@ std::string exported(const Session& session, const Options& options) {
 
 /// The file is its owner's alone. One in the data folder could be taken for a file of Tallyvane's.
 void writeTo(Session& session, const std::string& named, const std::string& text) {
-  std::error_code error;
-  const std::string path = std::filesystem::absolute(named, error).lexically_normal().string();
-  if (named.empty() || error) wrongUsage(sentence("\"{}\" is no name for a file.", named));
+  const std::string path = absolutePath(named);
+  if (path.empty()) wrongUsage(sentence("\"{}\" is no name for a file.", named));
   if (session.platform.files.isFolder(path)) couldNot(sentence("{} is a folder; name a file in it.", path));
   if (session.platform.files.liesIn(path, requireDataFolder(session.platform)))
     couldNot(sentence("{} lies in the data folder; choose another one.", path));

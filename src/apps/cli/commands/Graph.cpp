@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <memory>
 
 #include "analysis/QMMonthlyGraphManager.h"
@@ -12,6 +11,7 @@
 #include "cli/bills/BillText.h"
 #include "cli/bills/PaymentChange.h"
 #include "cli/commands/Commands.h"
+#include "cli/input/TextInput.h"
 #include "cli/terminal/Bars.h"
 #include "cli/terminal/DisplayText.h"
 #include "cli/terminal/Table.h"
@@ -85,10 +85,8 @@ void printGraphJson(Session& session, const ListedBill& bill, const Graph& graph
 
 /// As an absolute path. Only a picture is replaced: a slip shall not cost another file.
 std::string pictureInput(const std::string& text) {
-  std::error_code error;
-  const std::string path = std::filesystem::absolute(text, error).lexically_normal().string();
-  if (error || !path.ends_with(".svg"))
-    wrongUsage(sentence("\"{}\" is no name for a picture; it must end in .svg.", text));
+  const std::string path = absolutePath(text);
+  if (!path.ends_with(".svg")) wrongUsage(sentence("\"{}\" is no name for a picture; it must end in .svg.", text));
   return path;
 }
 

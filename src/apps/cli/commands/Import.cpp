@@ -1,5 +1,5 @@
-#include <filesystem>
 #include <memory>
+#include <optional>
 #include <set>
 #include <stdexcept>
 
@@ -9,6 +9,7 @@
 #include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
 #include "cli/import/OldBills.h"
+#include "cli/input/TextInput.h"
 #include "cli/terminal/DisplayText.h"
 #include "cli/terminal/Progress.h"
 #include "common/DataFolderState.h"
@@ -26,7 +27,7 @@ namespace tallyvane::cli {
 namespace {
 
 struct Options {
-  std::string folder;
+  std::optional<std::string> folder;
   bool dryRun = false;
   bool force = false;
 };
@@ -61,8 +62,10 @@ class ImportProgress : public Log {
 
 /// The old folder: the one that was named, else the one around the data folder, else the usual one.
 std::string oldFolderOf(const Platform& platform, const Options& options) {
-  if (options.folder.empty()) return programs::usualFolderOfPreviousVersion(platform);
-  return withoutTrailingSlashes(std::filesystem::absolute(options.folder).lexically_normal().string());
+  if (!options.folder) return programs::usualFolderOfPreviousVersion(platform);
+  const std::string path = absolutePath(*options.folder);
+  if (path.empty()) wrongUsage(translated("The name must not be empty."));
+  return withoutTrailingSlashes(path);
 }
 
 void requireOldFolder(const Platform& platform, const std::string& folder) {
@@ -114,7 +117,7 @@ void requireNewNames(const Platform& platform, const std::vector<OldBill>& bills
 void runImport(const Platform& platform, const Options& options, const std::string& folder) {
   QMImportManager manager{platform};
   const std::string usual = platform.files.applicationSupportFolder() + "/Tallyvane";
-  if (!options.folder.empty()) {
+  if (options.folder) {
     (void)manager.importDataFromPreviousVersionAtPath(folder);
   } else if (folder == usual) {
     manager.importDataInDefaultLocation();
@@ -167,7 +170,7 @@ void importBills(Session& session, const Options& options) {
   requireReadableData(platform);
   const std::string folder = oldFolderOf(platform, options);
   requireOldFolder(platform, folder);
-  if (options.folder.empty()) requireNoBillsAtEitherPlace(platform, folder);
+  if (!options.folder) requireNoBillsAtEitherPlace(platform, folder);
   const std::vector<OldBill> bills = oldBills(platform, folder);
   if (options.dryRun) {
     if (session.json)

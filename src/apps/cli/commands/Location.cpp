@@ -1,10 +1,11 @@
-#include <filesystem>
 #include <memory>
+#include <optional>
 
 #include "cli/Failure.h"
 #include "cli/Json.h"
 #include "cli/bills/BillLookup.h"
 #include "cli/commands/Commands.h"
+#include "cli/input/TextInput.h"
 #include "cli/settings/SettingValue.h"
 #include "cli/terminal/DisplayText.h"
 #include "common/DataFolderState.h"
@@ -23,7 +24,7 @@ using programs::Carrying;
 using programs::Place;
 
 struct Options {
-  std::string folder;
+  std::optional<std::string> folder;
   bool dropbox = false;
   bool reset = false;
   bool copy = false;
@@ -62,14 +63,15 @@ void showLocation(Session& session) {
 /// A folder that is itself named as the data folder stands for the one that holds it.
 Place ownPlace(const Platform& platform, const Options& options) {
   constexpr std::string_view belowDropbox = "/Apps/Tallyvane";
-  if (options.folder.empty()) {
+  if (!options.folder) {
     Place place = programs::currentPlace(platform);
     if (!place.folder)
       wrongUsage(sentence("Name the Dropbox folder: {}", "tallyvane location --set ~/Dropbox --dropbox"));
     place.dropbox = true;
     return place;
   }
-  const std::string path = std::filesystem::absolute(options.folder).lexically_normal().string();
+  const std::string path = absolutePath(*options.folder);
+  if (path.empty()) wrongUsage(translated("The name must not be empty."));
   const Value bookmark = settingInput(platform, findSetting(std::string(key::CustomLocationBookmark)), path);
   Place place{platform.bookmarks.resolve(*bookmark.get<Data>()), options.dropbox};
   if (place.dropbox && place.folder && place.folder->ends_with(belowDropbox))
@@ -152,7 +154,7 @@ void finishChange(Session& session) {
 }
 
 void runLocation(Session& session, const Options& options) {
-  const bool changes = !options.folder.empty() || options.dropbox || options.reset;
+  const bool changes = options.folder || options.dropbox || options.reset;
   if (options.finish) return finishChange(session);
   if (changes) return changeLocation(session, options);
   if (options.copy || options.adopt) wrongUsage(translated("Say where to: --set FOLDER, --dropbox or --reset."));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 
 #include "cli/Failure.h"
 #include "cli/terminal/DisplayText.h"
@@ -38,6 +39,12 @@ std::vector<std::string> tagsInput(const std::vector<std::string>& texts) {
     if (std::find(tags.begin(), tags.end(), tag) == tags.end()) tags.push_back(std::move(tag));
   }
   return tags;
+}
+
+std::string absolutePath(const std::string& text) {
+  std::error_code error;
+  const std::filesystem::path path = std::filesystem::absolute(text, error);
+  return text.empty() || error ? std::string() : path.lexically_normal().string();
 }
 
 std::int64_t countInput(std::string_view what, std::string_view text, std::int64_t least, std::int64_t most) {

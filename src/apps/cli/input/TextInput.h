@@ -1,4 +1,5 @@
-// Texts and counts that a person typed, checked. Each fails the command with a sentence on what is wrong.
+// Texts, paths and counts that a person typed, checked. All but paths fail the command with a sentence on what is
+// wrong.
 #pragma once
 
 #include <cstdint>
@@ -17,6 +18,9 @@ namespace tallyvane::cli {
 [[nodiscard]] std::string notesInput(std::string_view text);
 /// Checked as names, each kept once; a single empty one gives none.
 [[nodiscard]] std::vector<std::string> tagsInput(const std::vector<std::string>& texts);
+/// The absolute path that a text names, seen from the current folder; "" for an empty text, and where that folder is
+/// gone.
+[[nodiscard]] std::string absolutePath(const std::string& text);
 /// A whole number of that range. `what` is the option or the setting that asks for it.
 [[nodiscard]] std::int64_t countInput(std::string_view what, std::string_view text, std::int64_t least,
                                       std::int64_t most);
